@@ -1,0 +1,39 @@
+# The two commands of the README: `make run` and `make test`. Both install what
+# is missing first, so a fresh Debian 12 machine needs nothing else.
+BUILD    ?= build
+JOBS     ?= $(shell nproc)
+SANITIZE ?= 0
+ifeq ($(SANITIZE),1)
+BUILD    := build-asan
+CMAKE_EXTRA := -DZAVIK_SANITIZE=ON
+endif
+
+.PHONY: run test setup build bench fuzz clean
+
+setup:
+	@bash scripts/setup.sh
+
+$(BUILD)/build.ninja: | setup
+	cmake -S . -B $(BUILD) -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo $(CMAKE_EXTRA)
+
+build: setup $(BUILD)/build.ninja
+	cmake --build $(BUILD) -j $(JOBS)
+
+run: build
+	cd $(BUILD)/app && ./zavik-wizard
+
+test: build
+	cd $(BUILD) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS)
+
+bench: setup
+	cmake -S . -B build-bench -G Ninja -DCMAKE_BUILD_TYPE=Release -DZAVIK_TESTS=OFF -DZAVIK_BENCH=ON
+	cmake --build build-bench -j $(JOBS)
+	@for b in build-bench/bench/zavik-bench-*; do echo "== $$b"; $$b; done
+
+fuzz: setup
+	CXX=clang++ cmake -S . -B build-fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DZAVIK_TESTS=OFF -DZAVIK_FUZZ=ON
+	cmake --build build-fuzz -j $(JOBS)
+	@for f in build-fuzz/fuzz/zavik-fuzz-*; do echo "== $$f"; $$f -max_total_time=$${FUZZ_SECONDS:-30} -rss_limit_mb=2048 fuzz/corpus; done
+
+clean:
+	rm -rf build build-asan build-bench build-fuzz
