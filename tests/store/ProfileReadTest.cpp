@@ -1,0 +1,116 @@
+#include "StoreTestSupport.h"
+
+#include <random>
+
+using Globals::ReadProfileValue;
+
+TEST_F(StoreTest, ReadsHandWrittenFileAsWindowsDoes)
+{
+    const QString file = path("odd.game");
+    put(file,
+        "; name=not a key\r\n"
+        "[ Game ]  \r\n"
+        "  Name =  Duel  \r\n"
+        "quoted=\"  padded  \"\r\n"
+        "single='x'\r\n"
+        "lonequote=\"\r\n"
+        "mismatched=\"abc'\r\n"
+        "novalue\r\n"
+        "card1=(x2)a.bmp,,Value=3|Colour=red\r\n"
+        "name=second\r\n"
+        "   ;indented=comment\r\n"
+        "[GAME]\r\n"
+        "extra=from the second section\r\n"
+        "[Player 1]\r\n"
+        "\ttab\t=\tvalue\twith tab\t\r\n"
+        "[a]b]\r\n"
+        "k=in a]b\r\n"
+        "[\xE4rger]\r\n"
+        "k=accented\r\n");
+
+    EXPECT_EQ(ReadProfileValue("GAME", "name", file), "Duel");
+    EXPECT_EQ(ReadProfileValue("game", "NAME", file), "Duel");
+    EXPECT_EQ(ReadProfileValue("  game\t", " name ", file), "Duel");
+    EXPECT_EQ(ReadProfileValue("GAME", "quoted", file), "  padded  ");
+    EXPECT_EQ(ReadProfileValue("GAME", "single", file), "x");
+    EXPECT_EQ(ReadProfileValue("GAME", "lonequote", file), "\"");
+    EXPECT_EQ(ReadProfileValue("GAME", "mismatched", file), "\"abc'");
+    EXPECT_EQ(ReadProfileValue("GAME", "novalue", file), "");
+    EXPECT_EQ(ReadProfileValue("GAME", "card1", file), "(x2)a.bmp,,Value=3|Colour=red");
+    EXPECT_EQ(ReadProfileValue("GAME", "; name", file), "");
+    EXPECT_EQ(ReadProfileValue("GAME", ";indented", file), "");
+    EXPECT_EQ(ReadProfileValue("GAME", "extra", file), "") << "only the first GAME section counts";
+    EXPECT_EQ(ReadProfileValue("PLAYER 1", "TAB", file), "value\twith tab");
+    EXPECT_EQ(ReadProfileValue("a]b", "k", file), "in a]b");
+    EXPECT_EQ(ReadProfileValue(QString::fromUtf8("ärger"), "k", file), "accented");
+    EXPECT_EQ(ReadProfileValue(QString::fromUtf8("ÄRGER"), "k", file), "") << "only ASCII letters fold";
+
+    EXPECT_EQ(ReadProfileValue("GAME", "missing", file), "");
+    EXPECT_EQ(ReadProfileValue("NOSECTION", "name", file), "");
+    EXPECT_EQ(ReadProfileValue("GAME", "name", path("absent.game")), "");
+    EXPECT_EQ(ReadProfileValue("GAME", "name", dir.path()), "") << "a folder reads as an empty file";
+}
+
+TEST_F(StoreTest, AnyLineEndEndsALine)
+{
+    const QString cr = path("cr.game");
+    const QString lf = path("lf.game");
+    const QString mixed = path("mixed.game");
+    const QString noEnd = path("noend.game");
+    put(cr, "[A]\rx=1\ry=2\r");
+    put(lf, "[A]\nx=1\ny=2\n");
+    put(mixed, "[A]\r\nx=1\n\ry=2\r[B]\nz=3");
+    put(noEnd, "[A]\r\nx=1\r\ny=2");
+    for (const QString& file : {cr, lf, mixed, noEnd}) {
+        EXPECT_EQ(ReadProfileValue("A", "x", file), "1") << file.toStdString();
+        EXPECT_EQ(ReadProfileValue("A", "y", file), "2") << file.toStdString();
+    }
+    EXPECT_EQ(ReadProfileValue("B", "z", mixed), "3");
+}
+
+TEST_F(StoreTest, LongValuesNulBytesAndJunkNeverBreakAReader)
+{
+    const QString file = path("long.game");
+    const QByteArray value300(300, 'v');
+    const QByteArray huge = QByteArray(3 * 1024 * 1024, 'h');
+    put(file, "[D]\r\nlong=" + value300 + "\r\nhuge=" + huge + "\r\nnul=ab" + QByteArray(1, '\0') +
+                  "cd\r\nafter=ok\r\n");
+    EXPECT_EQ(ReadProfileValue("D", "long", file), QString(254, u'v'));
+    EXPECT_EQ(ReadProfileValue("D", "huge", file), QString(254, u'h'));
+    EXPECT_EQ(ReadProfileValue("D", "nul", file), "ab");
+    EXPECT_EQ(ReadProfileValue("D", "after", file), "ok");
+
+    // Random bytes, weighted towards the characters the parser cares about.
+    std::mt19937 rng(1234);
+    const char alphabet[] = "[]=;\"' \t\r\n\0\x80\xFF" "ab";
+    QByteArray junk;
+    for (int i = 0; i < 100000; ++i)
+        junk.append(alphabet[rng() % (sizeof alphabet - 1)]);
+    const QString junkFile = path("junk.game");
+    put(junkFile, junk);
+    for (const char* section : {"", "a", "b", "[", "ab"})
+        EXPECT_LE(ReadProfileValue(section, "a", junkFile).size(), 254);
+    ASSERT_EQ(save("Fresh", "key", "value", junkFile), 1);
+    const QByteArray after = bytesOf(junkFile);
+    EXPECT_TRUE(after.startsWith(junk)) << "a write must keep every byte it does not own";
+    Globals::DropProfileCache();
+    EXPECT_EQ(ReadProfileValue("Fresh", "key", junkFile), "value");
+}
+
+TEST_F(StoreTest, TextCrossesAsWindows1252UnlessTheFileIsUtf8)
+{
+    const QString ansi = path("ansi.game");
+    ASSERT_EQ(save("GAME", "name", QString::fromUtf8("€uro café Ω 😀"), ansi), 1);
+    EXPECT_EQ(bytesOf(ansi), "[GAME]\r\nname=\x80uro caf\xE9 ? ?\r\n");
+    Globals::DropProfileCache();
+    EXPECT_EQ(ReadProfileValue("GAME", "name", ansi), QString::fromUtf8("€uro café ? ?"));
+
+    put(ansi, "[GAME]\r\nq=\x93quoted\x94 \x81\r\n");
+    EXPECT_EQ(ReadProfileValue("GAME", "q", ansi), QString::fromUtf8("“quoted” \u0081"));
+
+    const QString utf8 = path("utf8.game");
+    put(utf8, "\xEF\xBB\xBF[GAME]\r\nname=caf\xC3\xA9\r\n");
+    EXPECT_EQ(ReadProfileValue("GAME", "name", utf8), QString::fromUtf8("café"));
+    ASSERT_EQ(save("GAME", "name", QString::fromUtf8("Ω"), utf8), 1);
+    EXPECT_EQ(bytesOf(utf8), "\xEF\xBB\xBF[GAME]\r\nname=\xCE\xA9\r\n");
+}

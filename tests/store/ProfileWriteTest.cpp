@@ -1,0 +1,143 @@
+#include "StoreTestSupport.h"
+
+using Globals::FlushProfiles;
+using Globals::ReadProfileValue;
+using Globals::WriteProfileValue;
+
+TEST_F(StoreTest, WriteChangesOnlyTheLineOfTheKey)
+{
+    const QString file = path("keep.game");
+    const QByteArray original =
+        "; made by hand\r\n"
+        "\r\n"
+        "[GAME]\r\n"
+        "  Name =  Duel  \r\n"
+        "unknown=stays\r\n"
+        "NAME=shadowed\r\n"
+        "\r\n"
+        "[player 2]\r\n"
+        "NAME=x\r\n"
+        "bare\r\n"
+        "[Game]\r\n"
+        "players=9\r\n"
+        "[Outside]\r\n"
+        "k = v\r\n";
+    put(file, original);
+
+    ASSERT_EQ(save("game", "name", "Trio", file), 1);
+    QByteArray expected = original;
+    expected.replace("  Name =  Duel  \r\n", "  Name =  Trio\r\n");
+    EXPECT_EQ(bytesOf(file), expected);
+
+    // The first section of a name gets new keys, after its last non-blank line.
+    ASSERT_EQ(save("GAME", "players", "3", file), 1);
+    expected.replace("NAME=shadowed\r\n", "NAME=shadowed\r\nplayers=3\r\n");
+    EXPECT_EQ(bytesOf(file), expected);
+
+    // The key keeps the spelling the file gives it; a bare key gains its "=".
+    ASSERT_EQ(WriteProfileValue("Player 2", "name", "y", file), 1);
+    ASSERT_EQ(WriteProfileValue("PLAYER 2", "Bare", "now set", file), 1);
+    ASSERT_EQ(WriteProfileValue("Outside", "k", "w", file), 1);
+    FlushProfiles();
+    expected.replace("NAME=x\r\nbare\r\n", "NAME=y\r\nbare=now set\r\n");
+    expected.replace("k = v\r\n", "k = w\r\n");
+    EXPECT_EQ(bytesOf(file), expected);
+
+    Globals::DropProfileCache();
+    EXPECT_EQ(ReadProfileValue("GAME", "name", file), "Trio");
+    EXPECT_EQ(ReadProfileValue("GAME", "players", file), "3");
+    EXPECT_EQ(ReadProfileValue("player 2", "BARE", file), "now set");
+}
+
+TEST_F(StoreTest, NewFilesSectionsAndKeysLandWhereExpected)
+{
+    const QString file = path("new.game");
+    ASSERT_EQ(WriteProfileValue("GAME", "name", "Duel", file), 1);
+    ASSERT_EQ(WriteProfileValue("Player 1", "name", "North", file), 1);
+    ASSERT_EQ(WriteProfileValue("GAME", "players", "2", file), 1);
+    EXPECT_FALSE(QFile::exists(file)) << "nothing reaches the disk before the flush";
+    EXPECT_EQ(ReadProfileValue("game", "players", file), "2") << "a read sees the write at once";
+    FlushProfiles();
+    EXPECT_EQ(bytesOf(file), "[GAME]\r\nname=Duel\r\nplayers=2\r\n[Player 1]\r\nname=North\r\n");
+
+    // Each file keeps its own line ends, and gets one before a new section.
+    const QString lf = path("lf.game");
+    put(lf, "[A]\nx=1\n\n");
+    ASSERT_EQ(WriteProfileValue("A", "y", "2", lf), 1);
+    ASSERT_EQ(WriteProfileValue("B", "z", "3", lf), 1);
+    FlushProfiles();
+    EXPECT_EQ(bytesOf(lf), "[A]\nx=1\ny=2\n\n[B]\nz=3\n");
+
+    const QString cr = path("cr.game");
+    put(cr, "[A]\rx=1");
+    ASSERT_EQ(save("B", "z", "3", cr), 1);
+    EXPECT_EQ(bytesOf(cr), "[A]\rx=1\r[B]\rz=3\r");
+
+    const QString noEnd = path("noend.game");
+    put(noEnd, "[A]\r\nx=1");
+    ASSERT_EQ(save("A", "y", "2", noEnd), 1);
+    EXPECT_EQ(bytesOf(noEnd), "[A]\r\nx=1\r\ny=2\r\n");
+
+    const QString headerOnly = path("header.game");
+    put(headerOnly, "[A]");
+    ASSERT_EQ(save("a", "y", "2", headerOnly), 1);
+    EXPECT_EQ(bytesOf(headerOnly), "[A]\r\ny=2\r\n");
+}
+
+TEST_F(StoreTest, ValuesGoInVerbatimAfterTheirLeadingBlanks)
+{
+    const QString file = path("values.game");
+    ASSERT_EQ(WriteProfileValue("GAME", "empty", "", file), 1);
+    ASSERT_EQ(WriteProfileValue("GAME", "padded", " \t text with = and \"quotes\" ", file), 1);
+    ASSERT_EQ(WriteProfileValue("GAME", "description", "line one\r\nline two", file), 1);
+    ASSERT_EQ(WriteProfileValue("GAME", "long", QString(300, u'z'), file), 1);
+    ASSERT_EQ(WriteProfileValue("GAME", "after", "1", file), 1);
+
+    // What a read gives before the flush is what the file gives after it.
+    const auto check = [&] {
+        EXPECT_EQ(ReadProfileValue("GAME", "empty", file), "");
+        EXPECT_EQ(ReadProfileValue("GAME", "padded", file), "text with = and \"quotes\"");
+        EXPECT_EQ(ReadProfileValue("GAME", "description", file), "line one");
+        EXPECT_EQ(ReadProfileValue("GAME", "long", file), QString(254, u'z'));
+        EXPECT_EQ(ReadProfileValue("GAME", "after", file), "1");
+    };
+    check();
+    FlushProfiles();
+    EXPECT_EQ(bytesOf(file), "[GAME]\r\nempty=\r\npadded=text with = and \"quotes\" \r\n"
+                             "description=line one\r\nline two\r\nlong=" +
+                                 QByteArray(300, 'z') + "\r\nafter=1\r\n");
+    Globals::DropProfileCache();
+    check();
+
+    // A value whose lines look like a header is read the way the file reads.
+    ASSERT_EQ(WriteProfileValue("GAME", "description", "x\n[Sneaky]\nk=v", file), 1);
+    EXPECT_EQ(ReadProfileValue("Sneaky", "k", file), "v");
+    ASSERT_EQ(WriteProfileValue("GAME", "late", "2", file), 1);
+    FlushProfiles();
+    Globals::DropProfileCache();
+    EXPECT_EQ(ReadProfileValue("Sneaky", "k", file), "v");
+    EXPECT_EQ(ReadProfileValue("GAME", "late", file), "2");
+
+    EXPECT_EQ(WriteProfileValue("GAME", "bad=key", "v", file), 0);
+    EXPECT_EQ(WriteProfileValue("GAME", "line\nbreak", "v", file), 0);
+    EXPECT_EQ(errors.size(), 2u);
+}
+
+TEST_F(StoreTest, WritingTheHeldValueTouchesNothing)
+{
+    const QString file = path("same.game");
+    put(file, "[GAME]\r\nname = Duel  \r\nempty=\r\n");
+    const struct stat before = statOf(file);
+    EXPECT_EQ(save("GAME", "name", "Duel", file), 1);
+    EXPECT_EQ(save("GAME", "empty", "", file), 1);
+    EXPECT_EQ(save("GAME", "name", "  Duel", file), 1);
+    EXPECT_EQ(statOf(file).st_ino, before.st_ino) << "the file was replaced";
+    EXPECT_EQ(bytesOf(file), "[GAME]\r\nname = Duel  \r\nempty=\r\n");
+
+    // A change and its undoing before one flush also leave the file alone.
+    ASSERT_EQ(WriteProfileValue("GAME", "empty", "Other", file), 1);
+    ASSERT_EQ(WriteProfileValue("GAME", "empty", "", file), 1);
+    FlushProfiles();
+    EXPECT_EQ(statOf(file).st_ino, before.st_ino);
+    EXPECT_TRUE(errors.empty());
+}
