@@ -1,0 +1,146 @@
+// Feeds arbitrary bytes to the profile store as a file, writes a few values
+// chosen by the input, flushes, and checks what must hold for any file: a
+// written value reads back, the disk says what memory said, and a change
+// never disturbs bytes it does not own.
+#include "store/profile/AnsiCodec.h"
+#include "store/profile/ProfileStore.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <vector>
+
+namespace {
+
+const std::array<QString, 9> kSections = {"GAME", "game", "Player 1", "a]b", "", " [x", "DECK 1 PLAYER 2",
+                                          "New 1", "NEW 2"};
+const std::array<QString, 7> kKeys = {"name", "NAME", "card1", "", " k ", "a b", "description"};
+
+QString valueFor(unsigned char pick)
+{
+    switch (pick % 10) {
+    case 0:
+        return {};
+    case 1:
+        return QStringLiteral("  lead and trail  ");
+    case 2:
+        return QString(300, QChar(u'a' + pick % 26));
+    case 3:
+        return QStringLiteral("first\r\nsecond");
+    case 4:
+        return QStringLiteral("\"quoted\"");
+    case 5:
+        return QString::fromUtf8("caf\u00e9 \u20ac \u03a9");
+    case 6:
+        return QStringLiteral("nul") + QChar(0) + QStringLiteral("after");
+    case 7:
+        return QStringLiteral("x\n[GAME]\nname=sneaky");
+    case 8:
+        return QStringLiteral("(x2)card.bmp,,Value=3|Colour=red");
+    default:
+        return QString::number(pick);
+    }
+}
+
+// What a reader of the file gets back for a value as written.
+QString readBack(const QString& written, Globals::ProfileDetail::FileEncoding encoding)
+{
+    QString v = written;
+    qsizetype lead = 0;
+    while (lead < v.size() && (v[lead] == u' ' || v[lead] == u'\t'))
+        ++lead;
+    v = v.mid(lead);
+    for (QChar stop : {QChar(u'\r'), QChar(u'\n'), QChar(0)}) {
+        const qsizetype at = v.indexOf(stop);
+        if (at >= 0)
+            v.truncate(at);
+    }
+    while (!v.isEmpty() && (v.back() == u' ' || v.back() == u'\t'))
+        v.chop(1);
+    const QByteArray bytes = Globals::ProfileDetail::encodeText(v, encoding);
+    v = Globals::ProfileDetail::decodeText(bytes.constData(), bytes.size(), encoding);
+    if (v.size() >= 2 && (v.front() == u'"' || v.front() == u'\'') && v.back() == v.front())
+        v = v.mid(1, v.size() - 2);
+    return v.left(254);
+}
+
+[[noreturn]] void fail(const char* what, const QString& detail = {})
+{
+    std::fprintf(stderr, "invariant broken: %s %s\n", what, qPrintable(detail));
+    std::abort();
+}
+
+QByteArray bytesOf(const QString& file)
+{
+    QFile f(file);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    static QTemporaryDir dir(QDir("/dev/shm").exists() ? "/dev/shm/zavik-fuzz-XXXXXX" : QDir::tempPath() + "/zavik-fuzz-XXXXXX");
+    static const QString file = dir.filePath("fuzz.game");
+    static bool handlerSet = false;
+    if (!handlerSet) {
+        Globals::SetProfileWriteErrorHandler(
+            [](const QString& path, const QString& reason) { fail("write refused", path + ": " + reason); });
+        handlerSet = true;
+    }
+    if (size == 0)
+        return 0;
+
+    const std::size_t ops = std::min<std::size_t>(data[0] % 6, (size - 1) / 3);
+    const std::size_t fileSize = size - 1 - ops * 3;
+    const QByteArray original(reinterpret_cast<const char*>(data + 1), static_cast<qsizetype>(fileSize));
+    const uint8_t* opBytes = data + 1 + fileSize;
+    {
+        QFile f(file);
+        if (!f.open(QIODevice::WriteOnly | QIODevice::Truncate) || f.write(original) != original.size())
+            fail("cannot set up the file");
+    }
+    Globals::DropProfileCache();
+    const auto encoding = original.startsWith("\xEF\xBB\xBF") ? Globals::ProfileDetail::FileEncoding::Utf8
+                                                              : Globals::ProfileDetail::FileEncoding::Ansi;
+
+    // Reads of every name before any write.
+    bool onlyNewSections = !original.toLower().contains("new ");
+    for (std::size_t i = 0; i < ops; ++i) {
+        const QString& section = kSections[opBytes[3 * i] % kSections.size()];
+        const QString& key = kKeys[opBytes[3 * i + 1] % kKeys.size()];
+        const QString value = valueFor(opBytes[3 * i + 2]);
+        onlyNewSections = onlyNewSections && section.startsWith(u'N');
+        if (Globals::WriteProfileValue(section, key, value, file) == 0)
+            fail("write refused");
+        const QString got = Globals::ReadProfileValue(section, key, file);
+        if (got != readBack(value, encoding))
+            fail("value does not read back", section + "/" + key + ": " + got);
+    }
+
+    std::vector<QString> before;
+    for (const QString& section : kSections) {
+        for (const QString& key : kKeys)
+            before.push_back(Globals::ReadProfileValue(section, key, file));
+    }
+    Globals::FlushProfiles();
+    Globals::DropProfileCache();
+    std::size_t at = 0;
+    for (const QString& section : kSections) {
+        for (const QString& key : kKeys) {
+            if (Globals::ReadProfileValue(section, key, file) != before[at++])
+                fail("the file disagrees with what was read before the flush", section + "/" + key);
+        }
+    }
+
+    const QByteArray after = bytesOf(file);
+    if (ops == 0 && after != original)
+        fail("a file without writes changed");
+    if (onlyNewSections && !after.startsWith(original))
+        fail("appending a section disturbed the bytes before it");
+    return 0;
+}
