@@ -1,0 +1,277 @@
+// What the user does, and the three places where the program waits for the
+// user: the message box, the modal form and the open-file dialog.
+
+#include "tools/scenario/Runner.h"
+
+#include "runtime/Form.h"
+#include "runtime/Runtime.h"
+#include "wizard/Variables.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QPixmap>
+#include <QPointer>
+
+namespace scenario {
+namespace {
+
+QString controlName(const Ref& ref) {
+    return ref.index >= 0 ? QStringLiteral("%1.%2(%3)").arg(ref.form, ref.control).arg(ref.index)
+                          : QStringLiteral("%1.%2").arg(ref.form, ref.control);
+}
+
+rt::Form* loaded(const QString& name) {
+    rt::Form* f = rt::loadedForm(name);
+    return f && !f->isUnloaded() ? f : nullptr;
+}
+
+QVariant asProperty(const Value& v) {
+    if (v.type == Value::Number && v.number >= INT_MIN && v.number <= INT_MAX)
+        return static_cast<int>(v.number);
+    return v.toVariant();
+}
+
+} // namespace
+
+rt::Form* Runner::form(const Statement& s) {
+    rt::Form* f = loaded(s.ref.form);
+    if (!f)
+        fail(s, QStringLiteral("%1 is not loaded").arg(s.ref.form));
+    return f;
+}
+
+// The control as it is now: a handler may have unloaded its form since the
+// last look, so pointers are never kept across program code.
+rt::Control* Runner::control(const Statement& s, bool quiet) {
+    rt::Form* f = loaded(s.ref.form);
+    rt::Control* c = f ? f->control(s.ref.control, s.ref.index) : nullptr;
+    if (!c && !quiet)
+        fail(s, f ? QStringLiteral("%1 does not exist").arg(controlName(s.ref))
+                  : QStringLiteral("%1 is not loaded, so %2 cannot be used")
+                        .arg(s.ref.form, controlName(s.ref)));
+    return c;
+}
+
+// A click or Tab first: the control losing the focus may refuse it, and then
+// the action ends without its event. Labels and frames never take it.
+rt::Control* Runner::focusFor(const Statement& s) {
+    rt::Control* c = control(s);
+    if (!c || !c->canFocus())
+        return c;
+    if (!rt::moveFocus(c))
+        return nullptr;
+    if (m_failed)
+        return nullptr;
+    c = control(s, true);
+    return c;
+}
+
+void Runner::act(const Statement& s) {
+    if (s.op == Op::Focus) {
+        rt::Control* c = control(s);
+        if (c && !c->canFocus())
+            fail(s, QStringLiteral("%1 cannot take the focus").arg(controlName(s.ref)));
+        else if (c)
+            rt::moveFocus(c);
+        return;
+    }
+    rt::Control* c = focusFor(s);
+    if (!c)
+        return;
+    switch (s.op) {
+    case Op::Click:
+        c->userClick();
+        return;
+    case Op::DblClick:
+        c->userDblClick();
+        return;
+    case Op::Edit:
+        c->userEdit(s.value.text);
+        return;
+    case Op::Type:
+        for (qsizetype i = 0; i < s.value.bytes.size() && !m_failed; ++i) {
+            if (i > 0 && !(c = control(s, true))) {
+                fail(s, QStringLiteral("%1 went away after %2 of the characters")
+                            .arg(controlName(s.ref))
+                            .arg(i));
+                return;
+            }
+            c->userKey(static_cast<unsigned char>(s.value.bytes[i]));
+        }
+        return;
+    default:
+        return;
+    }
+}
+
+void Runner::pick(const Statement& s, bool doubleClick) {
+    rt::Control* c = control(s);
+    if (!c)
+        return;
+    if (!dynamic_cast<rt::ListControl*>(c)) {
+        fail(s, QStringLiteral("%1 is no list").arg(controlName(s.ref)));
+        return;
+    }
+    if (!(c = focusFor(s)))
+        return;
+    auto* list = dynamic_cast<rt::ListControl*>(c);
+    int row = s.row.value_or(-1);
+    if (!s.row) {
+        for (int i = 0; i < list->ListCount() && row < 0; ++i)
+            if (list->List(i) == s.value.text)
+                row = i;
+        if (row < 0) {
+            fail(s, QStringLiteral("expected an item %1 in %2, found none")
+                        .arg(s.value.show(), controlName(s.ref)));
+            return;
+        }
+    } else if (row < 0 || row >= list->ListCount()) {
+        fail(s, QStringLiteral("expected a row %1 in %2, found %3 rows")
+                    .arg(row)
+                    .arg(controlName(s.ref))
+                    .arg(list->ListCount()));
+        return;
+    }
+    auto* box = dynamic_cast<rt::ListBox*>(list);
+    const bool toggles = doubleClick && box && box->multiSelect();
+    const bool wasSelected = toggles && box->Selected(row);
+    list->userPick(row);
+    if (!doubleClick || m_failed || !(c = control(s, true)))
+        return;
+    // A double click leaves the selection of a multi-select list as it was.
+    box = dynamic_cast<rt::ListBox*>(c);
+    if (toggles && box && box->Selected(row) != wasSelected)
+        box->setSelected(row, wasSelected);
+    c->userDblClick();
+}
+
+void Runner::pressKey(const Statement& s) {
+    if (s.ref.kind == Ref::Control) {
+        if (rt::Control* c = focusFor(s))
+            c->userKey(s.code);
+        return;
+    }
+    rt::Form* f = form(s);
+    if (!f)
+        return;
+    rt::Control* target = f->activeControl();
+    if (!target)
+        target = f->firstTabControl();
+    if (target) {
+        if (target->canFocus() && !rt::moveFocus(target))
+            return;
+        // The focus move ran program code; the form may be gone.
+        f = loaded(s.ref.form);
+        if (!f || m_failed)
+            return;
+        const bool stillThere = std::any_of(f->controls().begin(), f->controls().end(),
+                                            [&](const auto& c) { return c.get() == target; });
+        if (stillThere) {
+            target->userKey(s.code);
+            return;
+        }
+    }
+    if (!f->KeyPreview()) {
+        fail(s, QStringLiteral("%1 has no control to take a key and does not preview keys")
+                    .arg(s.ref.form));
+        return;
+    }
+    int keyAscii = s.code;
+    f->Form_KeyPress(keyAscii);
+}
+
+void Runner::closeForm(const Statement& s) {
+    rt::Form* f = form(s);
+    if (!f)
+        return;
+    const QPointer<rt::Form> alive(f);
+    // The close box: the same event the window system sends.
+    QCloseEvent event;
+    QCoreApplication::sendEvent(f, &event);
+    if (alive && loaded(s.ref.form) == f && !m_failed)
+        fail(s, QStringLiteral("expected %1 to close, found it still loaded").arg(s.ref.form));
+}
+
+void Runner::assign(const Statement& s) {
+    const QVariant v = asProperty(s.value);
+    if (s.ref.kind == Ref::Variable) {
+        if (!wizard::writeVariable(s.ref.prop, s.ref.propIndex, v))
+            fail(s, QStringLiteral("%1 cannot be set to %2").arg(s.ref.written, s.value.show()));
+        return;
+    }
+    if (s.ref.kind == Ref::FormProp) {
+        rt::Form* f = form(s);
+        if (!f)
+            return;
+        if (s.ref.prop == QLatin1String("Caption") && s.value.type == Value::Text)
+            f->setCaption(s.value.text);
+        else if (s.ref.prop == QLatin1String("Width") && s.value.type == Value::Number)
+            f->setWidth(v.toInt());
+        else if (s.ref.prop == QLatin1String("Height") && s.value.type == Value::Number)
+            f->setHeight(v.toInt());
+        else
+            fail(s, QStringLiteral("%1 cannot be set to %2").arg(s.ref.written, s.value.show()));
+        return;
+    }
+    rt::Control* c = control(s);
+    if (c && !c->setProperty(s.ref.prop, s.ref.propIndex, v))
+        fail(s, QStringLiteral("%1 cannot be set to %2").arg(s.ref.written, s.value.show()));
+}
+
+void Runner::shoot(const Statement& s) {
+    rt::Form* f = form(s);
+    if (!f)
+        return;
+    const QString path = QDir::current().absoluteFilePath(s.value.text);
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    if (!f->grab().save(path))
+        fail(s, QStringLiteral("cannot save a picture of %1 to %2").arg(s.ref.form, path));
+}
+
+// ---- the seams --------------------------------------------------------------
+
+void Runner::onMsgBox(const QString& text, int style) {
+    m_messages.push_back({text, style, currentLine()});
+}
+
+QString Runner::onShowOpen(const QString& filter) {
+    if (m_failed)
+        return {};
+    if (m_choices.empty()) {
+        fail(currentLine(),
+             QStringLiteral("expected a choose for the open-file dialog (filter %1), found none")
+                 .arg(quoted(filter)));
+        return {};
+    }
+    const QString choice = m_choices.front();
+    m_choices.pop_front();
+    if (choice.isEmpty() || QDir::isAbsolutePath(choice))
+        return choice;
+    return m_appPath + QLatin1Char('/') + choice;
+}
+
+// The lines after the one that showed the form run here, as the user's actions
+// on the modal form, until it is gone.
+void Runner::onModalWait(rt::Form* form) {
+    const QPointer<rt::Form> alive(form);
+    const QString name = form->formName();
+    const int shownAt = currentLine();
+    auto up = [&] { return alive && !alive->isUnloaded() && rt::loadedForm(name) == form; };
+    while (up()) {
+        if (m_failed) {
+            // The file stops here; the program's code behind Show 1 goes on
+            // and returns, with nothing more done on its forms.
+            alive->Unload();
+            return;
+        }
+        if (m_cursor >= m_script.statements.size()) {
+            fail(shownAt, QStringLiteral("the file ended while %1 was up (shown modal)").arg(name));
+            continue;
+        }
+        step();
+    }
+}
+
+} // namespace scenario

@@ -1,0 +1,86 @@
+#pragma once
+// Runs one scenario file against the program. The lines of the file form one
+// sequence that nested calls share: a form shown modal runs the following lines
+// inside its wait, so the cursor belongs to the runner, not to a loop.
+
+#include "tools/scenario/Script.h"
+
+#include <QElapsedTimer>
+#include <QString>
+#include <QStringList>
+#include <deque>
+
+namespace rt {
+class Control;
+class Form;
+} // namespace rt
+
+namespace scenario {
+
+class Runner {
+public:
+    Runner(const Script& script, const QString& appPath, int timeLimitMs);
+    ~Runner();
+    Runner(const Runner&) = delete;
+    Runner& operator=(const Runner&) = delete;
+
+    // Runs the file to its end or its first failure; true when it passed.
+    bool run();
+    int failedLine() const { return m_failLine; }
+    const QString& failure() const { return m_failMessage; }
+
+    // The run time's seams while a file runs; without a runner they answer
+    // as a user who is not there would.
+    static void installHooks();
+
+private:
+    struct Message {
+        QString text;
+        int style;
+        int line;
+    };
+
+    void step();
+    void execute(const Statement& s);
+    void fail(int line, const QString& message);
+    void fail(const Statement& s, const QString& message) { fail(s.line, message); }
+    int currentLine() const;
+
+    // Setting up the folder and checking what the program wrote.
+    QString appFile(const QString& relative) const;
+    void setUp(const Statement& s);
+    void checkFile(const Statement& s);
+    void checkValue(const Statement& s);
+    void checkMessage(const Statement& s);
+
+    // Acting as the user.
+    rt::Form* form(const Statement& s);
+    rt::Control* control(const Statement& s, bool quiet = false);
+    rt::Control* focusFor(const Statement& s);
+    void act(const Statement& s);
+    void pick(const Statement& s, bool doubleClick);
+    void pressKey(const Statement& s);
+    void closeForm(const Statement& s);
+    void assign(const Statement& s);
+    void shoot(const Statement& s);
+
+    bool read(const Ref& ref, QVariant& out, QString& why) const;
+
+    void onMsgBox(const QString& text, int style);
+    void onModalWait(rt::Form* form);
+    QString onShowOpen(const QString& filter);
+
+    const Script& m_script;
+    QString m_appPath;
+    int m_timeLimitMs;
+    QElapsedTimer m_clock;
+    std::size_t m_cursor = 0;
+    std::vector<int> m_running; // lines in progress, innermost last
+    bool m_failed = false;
+    int m_failLine = 0;
+    QString m_failMessage;
+    std::deque<Message> m_messages;
+    std::deque<QString> m_choices;
+};
+
+} // namespace scenario
