@@ -1,0 +1,90 @@
+#pragma once
+// The controls of a form with the event rules the handlers rely on:
+// assignments fire their events before they return, KeyPress sees a key before
+// it lands, and Validate can keep the focus.
+
+#include "runtime/FormSpec.h"
+
+#include <QObject>
+#include <QString>
+#include <QVariant>
+#include <QWidget>
+#include <functional>
+#include <memory>
+
+namespace rt {
+
+class Form;
+
+class Control {
+public:
+    Control(Form* form, const ControlSpec& spec, QWidget* widget);
+    virtual ~Control();
+    Control(const Control&) = delete;
+    Control& operator=(const Control&) = delete;
+
+    Kind kind() const { return m_kind; }
+    const QString& baseName() const { return m_base; }
+    int index() const { return m_index; }
+    QString name() const; // "PLname(2)" or "PlNum"
+    Form* form() const { return m_form; }
+    QWidget* widget() const { return m_widget; }
+
+    // Events; a handler that is not set is not called.
+    std::function<void()> Click;
+    std::function<void()> DblClick;
+    std::function<void()> Change;
+    std::function<void(int& KeyAscii)> KeyPress;
+    std::function<void(bool& Cancel)> Validate;
+
+    bool Visible() const { return m_visible; }
+    void setVisible(bool visible);
+    int Left() const { return m_left; }
+    int Top() const { return m_top; }
+    int Width() const { return m_width; }
+    int Height() const { return m_height; }
+    void setLeft(int twips);
+    void setTop(int twips);
+    void setWidth(int twips);
+    void setHeight(int twips);
+    void ZOrder();
+
+    // Whether a click or the Tab key can put the focus here.
+    virtual bool canFocus() const { return true; }
+
+    // What the user does. The program's widgets and the test driver both come
+    // through here, so that the two see the same events.
+    virtual void userClick();
+    virtual void userDblClick();
+    // One key: KeyPress (the form first where it previews keys), then the
+    // key's own effect unless a handler set KeyAscii to 0.
+    void userKey(int ascii);
+    // The whole text replaced at once, as by pasting over it.
+    virtual void userEdit(const QString& text);
+
+    // Generic property access by name, for tools. Returns false for a property
+    // this kind does not have.
+    virtual bool getProperty(const QString& prop, int index, QVariant& out) const;
+    virtual bool setProperty(const QString& prop, int index, const QVariant& value);
+
+protected:
+    // What a key does once KeyPress has let it through.
+    virtual void applyKey(int ascii);
+    // Runs KeyPress (form preview first); returns the key as the handlers left it.
+    int dispatchKeyPress(int ascii);
+    void fire(const std::function<void()>& event) const;
+    void applyGeometry();
+    QObject* context() { return &m_context; }
+
+private:
+    Form* m_form;
+    Kind m_kind;
+    QString m_base;
+    int m_index;
+    QWidget* m_widget;
+    bool m_visible;
+    int m_left, m_top, m_width, m_height;
+    QObject m_context; // owns the signal connections of this control
+};
+
+} // namespace rt

@@ -1,0 +1,241 @@
+#pragma once
+// The kinds of control the wizard's forms use.
+
+#include "runtime/Control.h"
+
+#include <QImage>
+#include <QStringList>
+
+class QLineEdit;
+class QPlainTextEdit;
+class QComboBox;
+class QListWidget;
+class QCheckBox;
+class QLabel;
+class QPushButton;
+class QGroupBox;
+
+namespace rt {
+
+class TextBox : public Control {
+public:
+    TextBox(Form* form, const ControlSpec& spec, QWidget* parent);
+    QString Text() const { return m_text; }
+    // Runs Change when the text differs.
+    void setText(const QString& text);
+    bool multiLine() const { return m_multi != nullptr; }
+    void userEdit(const QString& text) override;
+    bool getProperty(const QString& prop, int index, QVariant& out) const override;
+    bool setProperty(const QString& prop, int index, const QVariant& value) override;
+
+protected:
+    void applyKey(int ascii) override;
+
+private:
+    void showText();
+    void takeWidgetText();
+    QString m_text; // as assigned: a multi-line text keeps its CR LF
+    QLineEdit* m_line = nullptr;
+    QPlainTextEdit* m_multi = nullptr;
+};
+
+class ListControl : public Control {
+public:
+    using Control::Control;
+    virtual void AddItem(const QString& item) = 0;
+    virtual void Clear() = 0;
+    virtual void RemoveItem(int index) = 0;
+    virtual QString List(int index) const = 0;
+    virtual int ListCount() const = 0;
+    virtual int ListIndex() const = 0;
+    virtual void setListIndex(int index) = 0;
+    // The user clicks a row: it becomes the current one, then Click.
+    virtual void userPick(int row);
+};
+
+class ComboBox : public ListControl {
+public:
+    ComboBox(Form* form, const ControlSpec& spec, QWidget* parent);
+    void AddItem(const QString& item) override;
+    // Empties the list and the edit field.
+    void Clear() override;
+    void RemoveItem(int index) override;
+    QString List(int index) const override;
+    int ListCount() const override;
+    int ListIndex() const override;
+    // Runs Click, as the run time does for a combo box.
+    void setListIndex(int index) override;
+    QString Text() const;
+    void setText(const QString& text);
+    bool editable() const;
+    void userPick(int row) override;
+    void userEdit(const QString& text) override;
+    bool getProperty(const QString& prop, int index, QVariant& out) const override;
+    bool setProperty(const QString& prop, int index, const QVariant& value) override;
+
+protected:
+    void applyKey(int ascii) override;
+
+private:
+    QComboBox* m_box;
+};
+
+class ListBox : public ListControl {
+public:
+    ListBox(Form* form, const ControlSpec& spec, QWidget* parent);
+    void AddItem(const QString& item) override;
+    void Clear() override;
+    void RemoveItem(int index) override;
+    QString List(int index) const override;
+    void setList(int index, const QString& text);
+    int ListCount() const override;
+    int ListIndex() const override;
+    void setListIndex(int index) override;
+    qint32 ItemData(int index) const;
+    void setItemData(int index, qint32 value);
+    bool Selected(int index) const;
+    void setSelected(int index, bool selected);
+    bool multiSelect() const { return m_multi; }
+    QString Text() const;
+    void userPick(int row) override;
+    bool getProperty(const QString& prop, int index, QVariant& out) const override;
+    bool setProperty(const QString& prop, int index, const QVariant& value) override;
+
+protected:
+    QListWidget* list() const { return m_list; }
+
+private:
+    QListWidget* m_list;
+    bool m_multi;
+};
+
+class FileListBox : public ListBox {
+public:
+    FileListBox(Form* form, const ControlSpec& spec, QWidget* parent);
+    QString Path() const { return m_path; }
+    // Lists the names of the folder that match Pattern; a folder that cannot
+    // be read gives an empty list.
+    void setPath(const QString& path);
+    QString Pattern() const { return m_pattern; }
+    void setPattern(const QString& pattern);
+    void Refresh();
+    bool getProperty(const QString& prop, int index, QVariant& out) const override;
+    bool setProperty(const QString& prop, int index, const QVariant& value) override;
+
+private:
+    QString m_path;
+    QString m_pattern;
+};
+
+class CheckBox : public Control {
+public:
+    CheckBox(Form* form, const ControlSpec& spec, QWidget* parent);
+    int Value() const { return m_value; }
+    // Runs Click when the value changes.
+    void setValue(int value);
+    QString Caption() const;
+    void userClick() override;
+    bool getProperty(const QString& prop, int index, QVariant& out) const override;
+    bool setProperty(const QString& prop, int index, const QVariant& value) override;
+
+private:
+    QCheckBox* m_box;
+    int m_value = 0;
+};
+
+class Label : public Control {
+public:
+    Label(Form* form, const ControlSpec& spec, QWidget* parent);
+    QString Caption() const { return m_caption; }
+    void setCaption(const QString& caption);
+    bool canFocus() const override { return false; }
+    bool getProperty(const QString& prop, int index, QVariant& out) const override;
+    bool setProperty(const QString& prop, int index, const QVariant& value) override;
+
+private:
+    QLabel* m_label;
+    QString m_caption;
+};
+
+class CommandButton : public Control {
+public:
+    CommandButton(Form* form, const ControlSpec& spec, QWidget* parent);
+    QString Caption() const { return m_caption; }
+    void setCaption(const QString& caption);
+    bool getProperty(const QString& prop, int index, QVariant& out) const override;
+    bool setProperty(const QString& prop, int index, const QVariant& value) override;
+
+private:
+    QPushButton* m_button;
+    QString m_caption;
+};
+
+class Frame : public Control {
+public:
+    Frame(Form* form, const ControlSpec& spec, QWidget* parent);
+    QString Caption() const { return m_caption; }
+    void setCaption(const QString& caption);
+    bool canFocus() const override { return false; }
+    bool getProperty(const QString& prop, int index, QVariant& out) const override;
+    bool setProperty(const QString& prop, int index, const QVariant& value) override;
+
+private:
+    QGroupBox* m_group = nullptr;
+    QString m_caption;
+};
+
+class PictureBox : public Control {
+public:
+    PictureBox(Form* form, const ControlSpec& spec, QWidget* parent);
+    void Cls();
+    // Writes a line at CurrentX and steps down.
+    void Print(const QString& text);
+    int CurrentX() const { return m_currentX; }
+    void setCurrentX(int twips) { m_currentX = twips; }
+    int CurrentY() const { return m_currentY; }
+    void setCurrentY(int twips) { m_currentY = twips; }
+    int TextWidth(const QString& text) const;
+    int TextHeight(const QString& text) const;
+    int ScaleWidth() const;
+    // A picture from LoadPicture; with AutoSize the box takes its size.
+    void setPicture(const QImage& image, const QString& path);
+    QString Picture() const { return m_picturePath; }
+    QString Printed() const { return m_printed.join(QLatin1Char('\n')); }
+    bool getProperty(const QString& prop, int index, QVariant& out) const override;
+    bool setProperty(const QString& prop, int index, const QVariant& value) override;
+
+private:
+    friend class PictureWidget;
+    struct Line {
+        int x, y;
+        QString text;
+    };
+    QWidget* m_canvas;
+    bool m_autoSize;
+    QImage m_image;
+    QString m_picturePath;
+    std::vector<Line> m_lines;
+    QStringList m_printed;
+    int m_currentX = 0;
+    int m_currentY = 0;
+};
+
+// The open-file dialog control: no visible part of its own.
+class CommonDialog : public Control {
+public:
+    CommonDialog(Form* form, const ControlSpec& spec, QWidget* parent);
+    QString Filter() const { return m_filter; }
+    void setFilter(const QString& filter) { m_filter = filter; }
+    void ShowOpen();
+    QString FileName() const { return m_fileName; }
+    QString FileTitle() const; // the chosen name without its folder
+    bool canFocus() const override { return false; }
+    bool getProperty(const QString& prop, int index, QVariant& out) const override;
+    bool setProperty(const QString& prop, int index, const QVariant& value) override;
+
+private:
+    QString m_filter;
+    QString m_fileName;
+};
+
+} // namespace rt

@@ -1,0 +1,176 @@
+#include "runtime/FileSystem.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QImageReader>
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <sys/stat.h>
+
+namespace rt {
+namespace {
+
+QStringList g_dirResults;
+qsizetype g_dirNext = 0;
+
+bool isWild(const QString& s) {
+    return s.contains(QLatin1Char('*')) || s.contains(QLatin1Char('?'));
+}
+
+QChar fold(QChar c) {
+    const char16_t u = c.unicode();
+    return (u >= 'A' && u <= 'Z') ? QChar(u + 32) : c;
+}
+
+bool matchAt(const QString& name, qsizetype i, const QString& pat, qsizetype j) {
+    while (j < pat.size()) {
+        const QChar p = pat.at(j);
+        if (p == QLatin1Char('*')) {
+            while (j < pat.size() && pat.at(j) == QLatin1Char('*'))
+                ++j;
+            if (j == pat.size())
+                return true;
+            for (qsizetype k = i; k <= name.size(); ++k)
+                if (matchAt(name, k, pat, j))
+                    return true;
+            return false;
+        }
+        if (i >= name.size())
+            return false;
+        if (p != QLatin1Char('?') && fold(p) != fold(name.at(i)))
+            return false;
+        ++i;
+        ++j;
+    }
+    return i == name.size();
+}
+
+struct Entry {
+    QString name;
+    bool isDir;
+};
+
+// The entries of a folder, as the operating system has them.
+std::vector<Entry> entries(const QString& folder, bool withDirs) {
+    std::vector<Entry> out;
+    QDir dir(folder.isEmpty() ? QStringLiteral("/") : folder);
+    if (!dir.exists())
+        return out;
+    const auto infos = dir.entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::System |
+                                             QDir::NoDotAndDotDot,
+                                         QDir::NoSort);
+    for (const QFileInfo& info : infos) {
+        if (info.isDir()) {
+            if (withDirs)
+                out.push_back({info.fileName(), true});
+        } else if (info.isFile()) {
+            out.push_back({info.fileName(), false});
+        }
+    }
+    if (withDirs) {
+        out.push_back({QStringLiteral("."), true});
+        out.push_back({QStringLiteral(".."), true});
+    }
+    return out;
+}
+
+void splitSpec(const QString& spec, QString& folder, QString& pattern) {
+    const qsizetype slash = std::max(spec.lastIndexOf(QLatin1Char('/')),
+                                     spec.lastIndexOf(QLatin1Char('\\')));
+    if (slash < 0) {
+        folder = QStringLiteral(".");
+        pattern = spec;
+    } else {
+        folder = spec.left(slash);
+        if (folder.isEmpty())
+            folder = QStringLiteral("/");
+        pattern = spec.mid(slash + 1);
+    }
+}
+
+} // namespace
+
+bool matchesPattern(const QString& name, const QString& pattern) {
+    return matchAt(name, 0, pattern, 0);
+}
+
+bool nameLess(const QString& a, const QString& b) {
+    const int c = a.compare(b, Qt::CaseInsensitive);
+    return c != 0 ? c < 0 : a < b;
+}
+
+QString Dir(const QString& spec, int attributes) {
+    g_dirResults.clear();
+    g_dirNext = 0;
+    QString folder, pattern;
+    splitSpec(spec, folder, pattern);
+    const bool withDirs = attributes & vbDirectory;
+    if (pattern.isEmpty())
+        pattern = QStringLiteral("*");
+    // A name without wildcards names one entry, and the file system that will
+    // open it tells names apart by case.
+    const bool wild = isWild(pattern);
+    for (const Entry& e : entries(folder, withDirs)) {
+        if (wild ? !matchesPattern(e.name, pattern) : e.name != pattern)
+            continue;
+        g_dirResults.append(e.name);
+    }
+    std::sort(g_dirResults.begin(), g_dirResults.end(), nameLess);
+    // The dot entries lead, as a Windows file system lists them.
+    if (withDirs) {
+        std::stable_partition(g_dirResults.begin(), g_dirResults.end(), [](const QString& n) {
+            return n == QLatin1String(".") || n == QLatin1String("..");
+        });
+    }
+    return Dir();
+}
+
+QString Dir() {
+    if (g_dirNext >= g_dirResults.size())
+        return QString();
+    return g_dirResults.at(g_dirNext++);
+}
+
+int GetAttr(const QString& path) {
+    struct stat st {};
+    if (::stat(QFile::encodeName(path).constData(), &st) != 0)
+        return -1;
+    int attr = 0;
+    if (S_ISDIR(st.st_mode))
+        attr |= vbDirectory;
+    if (!(st.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)))
+        attr |= vbReadOnly;
+    return attr;
+}
+
+bool MkDir(const QString& path, QString* reason) {
+    if (::mkdir(QFile::encodeName(path).constData(), 0777) == 0)
+        return true;
+    if (reason)
+        *reason = QString::fromLocal8Bit(std::strerror(errno));
+    return false;
+}
+
+QStringList listFiles(const QString& folder, const QString& patterns) {
+    QStringList out;
+    const QStringList pats = patterns.split(QLatin1Char(';'), Qt::SkipEmptyParts);
+    for (const Entry& e : entries(folder, false)) {
+        for (const QString& p : pats) {
+            if (matchesPattern(e.name, p.trimmed())) {
+                out.append(e.name);
+                break;
+            }
+        }
+    }
+    std::sort(out.begin(), out.end(), nameLess);
+    return out;
+}
+
+QImage LoadPicture(const QString& path) {
+    QImageReader reader(path);
+    reader.setDecideFormatFromContent(true);
+    return reader.read();
+}
+
+} // namespace rt

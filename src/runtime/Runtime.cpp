@@ -1,0 +1,240 @@
+#include "runtime/Runtime.h"
+
+#include "runtime/Form.h"
+
+#include <QAbstractEventDispatcher>
+#include <QApplication>
+#include <QEventLoop>
+#include <QFileDialog>
+#include <QKeyEvent>
+#include <QMessageBox>
+#include <QPointer>
+#include <QScreen>
+#include <vector>
+
+namespace rt {
+namespace {
+
+QString g_appPath;
+double g_tpp = 0;
+std::vector<std::function<void()>> g_actionEndHooks;
+bool g_inActionEnd = false;
+
+} // namespace
+
+QString AppPath() { return g_appPath; }
+
+void setAppPath(const QString& path) {
+    g_appPath = path;
+    while (g_appPath.size() > 1 && g_appPath.endsWith(QLatin1Char('/')))
+        g_appPath.chop(1);
+}
+
+double twipsPerPixel() {
+    if (g_tpp <= 0) {
+        const QScreen* screen = QGuiApplication::primaryScreen();
+        const double dpi = screen ? screen->logicalDotsPerInch() : 96.0;
+        g_tpp = dpi > 0 ? 1440.0 / dpi : 15.0;
+    }
+    return g_tpp;
+}
+
+void setTwipsPerPixel(double tpp) { g_tpp = tpp; }
+int toPixels(double twips) { return qRound(twips / twipsPerPixel()); }
+int toTwips(int pixels) { return qRound(pixels * twipsPerPixel()); }
+
+QString programName() { return QStringLiteral("Zavik Wizard"); }
+
+Hooks& hooks() {
+    static Hooks h;
+    return h;
+}
+
+void installDefaultHooks() {
+    Hooks& h = hooks();
+    h.msgBox = [](const QString& text, int style) {
+        QMessageBox box(style & 64 ? QMessageBox::Information : QMessageBox::NoIcon,
+                        programName(), text, QMessageBox::Ok, activeForm());
+        box.exec();
+    };
+    h.modalWait = [](Form* form) {
+        QEventLoop loop;
+        QObject::connect(form, &Form::unloaded, &loop, &QEventLoop::quit);
+        if (!form->isUnloaded())
+            loop.exec();
+    };
+    h.showOpen = [](const QString& filter) {
+        // "Game Files|*.game" in the form Qt's dialog reads.
+        QStringList parts = filter.split(QLatin1Char('|'));
+        QStringList filters;
+        for (int i = 0; i + 1 < parts.size(); i += 2)
+            filters << parts[i] + QStringLiteral(" (") +
+                           QString(parts[i + 1]).replace(QLatin1Char(';'), QLatin1Char(' ')) +
+                           QLatin1Char(')');
+        return QFileDialog::getOpenFileName(activeForm(), QString(), AppPath(),
+                                            filters.join(QStringLiteral(";;")));
+    };
+}
+
+void MsgBox(const QString& text, int style) {
+    actionEnded();
+    if (hooks().msgBox)
+        hooks().msgBox(text, style);
+}
+
+QString ShowOpen(const QString& filter) {
+    actionEnded();
+    return hooks().showOpen ? hooks().showOpen(filter) : QString();
+}
+
+void addActionEndHook(std::function<void()> hook) { g_actionEndHooks.push_back(std::move(hook)); }
+
+void actionEnded() {
+    if (g_inActionEnd)
+        return;
+    g_inActionEnd = true;
+    for (auto& hook : g_actionEndHooks)
+        hook();
+    g_inActionEnd = false;
+}
+
+// ---- focus ------------------------------------------------------------------
+
+namespace {
+std::vector<QPointer<Form>>& formStack() {
+    static std::vector<QPointer<Form>> stack;
+    return stack;
+}
+bool g_movingFocus = false;
+} // namespace
+
+void raiseForm(Form* form) {
+    auto& st = formStack();
+    std::erase_if(st, [form](const QPointer<Form>& f) { return f.isNull() || f == form; });
+    if (form && !form->isUnloaded())
+        st.push_back(form);
+}
+
+void dropForm(Form* form) {
+    std::erase_if(formStack(),
+                  [form](const QPointer<Form>& f) { return f.isNull() || f == form; });
+}
+
+Form* activeForm() {
+    auto& st = formStack();
+    for (auto it = st.rbegin(); it != st.rend(); ++it)
+        if (!it->isNull() && !(*it)->isUnloaded() && (*it)->isVisible())
+            return *it;
+    return nullptr;
+}
+
+Control* focusedControl() {
+    Form* f = activeForm();
+    return f ? f->activeControl() : nullptr;
+}
+
+static void giveWidgetFocus(Control* target) {
+    QWidget* w = target->widget();
+    if (!w || !w->isVisible())
+        return;
+    g_movingFocus = true;
+    w->setFocus(Qt::OtherFocusReason);
+    g_movingFocus = false;
+}
+
+bool moveFocus(Control* target) {
+    if (!target || !target->canFocus())
+        return true;
+    Form* form = target->form();
+    Control* current = form->activeControl();
+    if (current != target && current && current->Validate) {
+        bool cancel = false;
+        current->Validate(cancel);
+        if (cancel) {
+            giveWidgetFocus(current);
+            return false;
+        }
+    }
+    if (form->isUnloaded())
+        return false;
+    form->setActiveControl(target);
+    raiseForm(form);
+    giveWidgetFocus(target);
+    return true;
+}
+
+void setFocusSilently(Control* target) {
+    if (!target)
+        return;
+    target->form()->setActiveControl(target);
+    raiseForm(target->form());
+    giveWidgetFocus(target);
+}
+
+// ---- the interactive program -------------------------------------------------
+
+namespace {
+
+Control* controlOf(QObject* object) {
+    for (QObject* o = object; o; o = o->parent()) {
+        const QVariant v = o->property("rtControl");
+        if (v.isValid())
+            return static_cast<Control*>(v.value<void*>());
+    }
+    return nullptr;
+}
+
+// Validate runs before the focus leaves a control; a Cancel swallows the click
+// or the Tab that would have moved it.
+class FocusGuard : public QObject {
+public:
+    using QObject::QObject;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (g_movingFocus)
+            return false;
+        if (event->type() == QEvent::MouseButtonPress ||
+            event->type() == QEvent::MouseButtonDblClick) {
+            Control* c = controlOf(watched);
+            if (c && c->canFocus() && c->widget()->focusPolicy() != Qt::NoFocus &&
+                c->form()->activeControl() != c) {
+                if (!moveFocus(c))
+                    return true;
+            }
+        } else if (event->type() == QEvent::KeyPress) {
+            auto* key = static_cast<QKeyEvent*>(event);
+            if (key->key() == Qt::Key_Tab || key->key() == Qt::Key_Backtab) {
+                Control* c = controlOf(watched);
+                if (c && c->Validate && c->form()->activeControl() == c) {
+                    bool cancel = false;
+                    c->Validate(cancel);
+                    if (cancel)
+                        return true;
+                }
+            }
+        }
+        return false;
+    }
+};
+
+} // namespace
+
+void installInteractiveSupport() {
+    auto* app = qApp;
+    app->installEventFilter(new FocusGuard(app));
+    QObject::connect(app, &QApplication::focusChanged, app, [](QWidget*, QWidget* now) {
+        if (g_movingFocus || !now)
+            return;
+        if (Control* c = controlOf(now)) {
+            c->form()->setActiveControl(c);
+            raiseForm(c->form());
+        }
+    });
+    if (auto* dispatcher = QAbstractEventDispatcher::instance())
+        QObject::connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, app,
+                         [] { actionEnded(); });
+    QObject::connect(app, &QCoreApplication::aboutToQuit, app, [] { actionEnded(); });
+}
+
+} // namespace rt

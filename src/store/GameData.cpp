@@ -1,0 +1,66 @@
+// The game's general data and the players' names, between the controls of
+// MainForm and the game file.
+
+#include "store/GamePath.h"
+#include "store/profile/ProfileStore.h"
+#include "store/profile/TextHelpers.h"
+#include "wizard/Globals.h"
+#include "wizard/MainForm.h"
+
+using namespace Globals;
+
+namespace {
+
+const QString Game = QStringLiteral("GAME");
+
+// The game file knows at most six players; a larger count from a file stops there.
+int playerRows(const QString& count) { return std::min<int>(CInt(Val(count)), 6); }
+
+} // namespace
+
+void MainForm::SaveGameData(const QString& file) {
+    WriteProfileValue(Game, QStringLiteral("name"), NameTXT->Text(), file);
+    WriteProfileValue(Game, QStringLiteral("description"), descTxt->Text(), file);
+    WriteProfileValue(Game, QStringLiteral("players"), PlNum->Text(), file);
+    WriteProfileValue(Game, QStringLiteral("directory"), DirName->Text(), file);
+    WriteProfileValue(Game, QStringLiteral("common_decks"),
+                      QString::number(CInt(Val(CommDecksNum->Text()))), file);
+    const int players = playerRows(PlNum->Text());
+    for (int i = 1; i <= players; ++i)
+        WriteProfileValue(QStringLiteral("Player ") + QString::number(i), QStringLiteral("name"),
+                          PLname[i - 1]->Text(), file);
+    if (CurrentFrame == 4) {
+        if (IsCommonDeck)
+            SaveDeckData(true, CurrentIndex);
+        else
+            SaveDeckData(false, CurrentPlayerDeck);
+    }
+    if (CurrentFrame == 6)
+        SaveProperties(file);
+    WriteProfileValue(Game, QStringLiteral("desktop"), DeskTopImage->Caption(), file);
+}
+
+void MainForm::LoadGameData() {
+    descTxt->setText(ReadProfileValue(Game, QStringLiteral("description"), GameFilePath()));
+    DirName->setText(ReadProfileValue(Game, QStringLiteral("directory"), GameFilePath()));
+    PlNum->setText(ReadProfileValue(Game, QStringLiteral("players"), GameFilePath()));
+    const int players = playerRows(PlNum->Text());
+    for (int i = 1; i <= players; ++i)
+        PLname[i - 1]->setText(ReadProfileValue(QStringLiteral("player ") + QString::number(i),
+                                                QStringLiteral("name"), GameFilePath()));
+    CommDecksNum->setText(ReadProfileValue(Game, QStringLiteral("common_decks"), GameFilePath()));
+    DeskTopImage->setCaption(ReadProfileValue(Game, QStringLiteral("desktop"), GameFilePath()));
+    UpdatePlayerList();
+}
+
+void MainForm::LoadGameDialog() {
+    dialog1->setFilter(QStringLiteral("Game Files|*.game"));
+    dialog1->ShowOpen();
+    const QString title = dialog1->FileTitle();
+    if (title.isEmpty())
+        return;
+    // The name runs to the first dot; a name without one is the game's name whole.
+    const qsizetype dot = title.indexOf(QLatin1Char('.'));
+    NameTXT->setText(dot < 0 ? title : title.left(dot));
+    LoadGameData();
+}

@@ -1,0 +1,143 @@
+#pragma once
+// The wizard's one main form. Its pages' handlers are all members of this
+// class; each subsystem folder defines the handlers of its own pages.
+
+#include "runtime/Form.h"
+
+#include <array>
+
+class MainForm : public rt::Form {
+    Q_OBJECT
+public:
+    static constexpr const char* Name = "MainForm";
+    MainForm();
+
+    void Form_Load() override;
+    void Form_Unload() override;
+
+    // Which page is up, Forward and Back.
+    void ShowFrame();
+    void NextStep_Click();
+    void PrevStep_Click();
+
+    // General Info page and start-up.
+    void LoadDirList();
+    void NameTXT_Click();
+    void NameTXT_KeyPress(int& KeyAscii);
+    void NameTXT_Validate(bool& Cancel);
+    void NewDirBtn_Click();
+    void SetDesktopImage_Click();
+    void Command10_Click();
+
+    // The game's general data, the check and the save.
+    void SaveGameData(const QString& file);
+    void LoadGameData();
+    void LoadGameDialog();
+    void CheckAndSave();
+
+    // Players Info page.
+    void PlNum_Change();
+    void PlNum_Validate(bool& Cancel);
+    void UpdatePlayerList();
+    void PL_data_Click(int Index);
+
+    // Players Detail page.
+    void LoadPlayerData();
+
+    // Decks.
+    void LoadDeckData(const QString& section);
+    void SaveDeckData(bool isCommonDeck, qint16 deckId);
+
+    // Property lists and reports.
+    void showProperties();
+    void SaveProperties(const QString& file);
+    void LoadReportCount();
+    void DisplayReport(qint16 index);
+
+    // Guidance.
+    void HideHelp();
+    void ShowStartTips();
+    void LoadHelpBoxes();
+
+    // Shows a failed write of the game file; an empty text clears it.
+    void showStatus(const QString& text);
+
+    // Outside the pages.
+    std::array<rt::Frame*, 8> Wiz{};
+    rt::PictureBox* helpLabel0 = nullptr;
+    rt::Frame* buttonFrame = nullptr;
+    rt::CommandButton* PrevStep = nullptr;
+    rt::CommandButton* NextStep = nullptr;
+    rt::CommandButton* TreeBtn = nullptr;
+    rt::CommandButton* Command2 = nullptr;
+    rt::CommandButton* HelpBtn = nullptr;
+    rt::Label* statusLine = nullptr;
+
+    // General Info.
+    rt::ComboBox* NameTXT = nullptr;
+    rt::CommandButton* Command10 = nullptr;
+    rt::CommonDialog* dialog1 = nullptr;
+    rt::TextBox* descTxt = nullptr;
+    rt::ComboBox* DirName = nullptr;
+    rt::CommandButton* NewDirBtn = nullptr;
+    rt::Label* DeskTopImage = nullptr;
+    rt::CommandButton* SetDesktopImage = nullptr;
+    rt::Label* mainHelp = nullptr;
+
+    // Players Info.
+    rt::TextBox* PlNum = nullptr;
+    std::array<rt::Label*, 6> PLlabel{};
+    std::array<rt::TextBox*, 6> PLname{};
+    std::array<rt::CommandButton*, 6> PL_data{};
+
+    // Players Detail.
+    rt::TextBox* NumPLdecks = nullptr;
+    std::array<rt::CommandButton*, 6> ShowPlayerDeck{};
+    rt::CheckBox* MrkUseOption = nullptr;
+    rt::CommandButton* ShowMarkersBtn = nullptr;
+
+    // Decks Info.
+    rt::TextBox* CommDecksNum = nullptr;
+    std::array<rt::CommandButton*, 6> ShowCommonDeck{};
+
+    // Decks Detail.
+    rt::CommandButton* Command9 = nullptr;
+    rt::TextBox* DealCrds = nullptr;
+    rt::CommandButton* Command11 = nullptr;
+    rt::FileListBox* File1 = nullptr;
+    rt::CommandButton* Command8 = nullptr;
+    rt::CommandButton* Command5 = nullptr;
+    rt::CommandButton* Command1 = nullptr;
+    rt::CommandButton* Command6 = nullptr;
+    rt::ListBox* commonList = nullptr;
+    rt::CommandButton* Command7 = nullptr;
+    rt::Label* commLabel = nullptr;
+    rt::CommandButton* Command3 = nullptr;
+    rt::ListBox* backImg = nullptr;
+    rt::CommandButton* Command4 = nullptr;
+    rt::ListBox* discardImg = nullptr;
+
+    // Properties and reports.
+    rt::CheckBox* UsePropOpt = nullptr;
+    rt::Frame* pNameFrame = nullptr;
+    std::array<rt::Label*, 28> lbl{};
+    std::array<rt::TextBox*, 4> pListName{};
+    std::array<rt::TextBox*, 24> pName{};
+    rt::Frame* repFrame = nullptr;
+    rt::TextBox* repNum = nullptr;
+    std::array<rt::CommandButton*, 8> ShowReport{};
+
+    // Report Detail.
+    rt::TextBox* RepTitle = nullptr;
+    rt::ComboBox* repType = nullptr;
+    rt::ComboBox* repScope = nullptr;
+    rt::ComboBox* RepPropName = nullptr;
+    rt::CheckBox* RepOnlyOwned = nullptr;
+
+private:
+    void bindControls();
+    void wireEvents();
+};
+
+// The one MainForm while the program runs, or nullptr.
+MainForm* mainForm();

@@ -1,0 +1,59 @@
+#include "wizard/Program.h"
+
+#include "decks/ShowImgList.h"
+#include "runtime/Runtime.h"
+#include "store/CheckForm.h"
+#include "store/profile/ProfileStore.h"
+#include "wizard/Catalogue.h"
+#include "wizard/Globals.h"
+#include "wizard/MainForm.h"
+
+#include <QApplication>
+#include <QFont>
+#include <QDir>
+#include <QEvent>
+
+namespace wizard {
+
+void registerForms() {
+    QFont font(QStringLiteral("Arial"));
+    font.setPointSizeF(8.25);
+    QApplication::setFont(font);
+    registerCatalogue();
+    rt::registerForm(QStringLiteral("MainForm"), [] { return new MainForm; });
+    rt::registerForm(QStringLiteral("CheckForm"), [] { return new CheckForm; });
+    rt::registerForm(QStringLiteral("ShowImgList"), [] { return new ShowImgList; });
+    // Forms whose handlers come with later pages are built from their tables.
+    for (const rt::FormSpec* spec : {&cardDetailFormSpec(), &advancedDeckPropFormSpec(),
+                                     &showCrdFormSpec(), &treeFormSpec()})
+        rt::registerForm(spec->name, [spec] { return new rt::Form(*spec); });
+}
+
+void installStoreHooks() {
+    rt::addActionEndHook([] { Globals::FlushProfiles(); });
+    Globals::SetProfileWriteErrorHandler([](const QString& file, const QString& reason) {
+        if (MainForm* form = mainForm())
+            form->showStatus(QStringLiteral("Could not save %1: %2. The file on disk is unchanged.")
+                                 .arg(QDir::toNativeSeparators(file), reason));
+    });
+}
+
+rt::Form* startProgram() {
+    MainForm* form = rt::Load<MainForm>();
+    form->Show();
+    return form;
+}
+
+void stopProgram() {
+    std::vector<rt::Form*> forms = rt::loadedForms();
+    for (rt::Form* form : forms)
+        if (form->formName() != QLatin1String(MainForm::Name))
+            form->Unload();
+    if (MainForm* form = mainForm())
+        form->Unload();
+    rt::actionEnded();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    Globals::resetState();
+}
+
+} // namespace wizard

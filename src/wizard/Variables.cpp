@@ -1,0 +1,127 @@
+#include "wizard/Variables.h"
+
+#include "runtime/Form.h"
+#include "wizard/Globals.h"
+
+#include <functional>
+#include <map>
+
+namespace wizard {
+namespace {
+
+struct Var {
+    std::function<QVariant(int)> get;
+    std::function<bool(int, const QVariant&)> set;
+    bool indexed;
+};
+
+template <class T> Var scalar(T& v) {
+    return {[&v](int) { return QVariant::fromValue(v); },
+            [&v](int, const QVariant& x) {
+                v = static_cast<T>(x.toLongLong());
+                return true;
+            },
+            false};
+}
+
+const std::map<QString, Var>& vars() {
+    static const std::map<QString, Var> table = [] {
+        using namespace Globals;
+        std::map<QString, Var> t;
+        t["Globals.CurrentFrame"] = scalar(CurrentFrame);
+        t["Globals.PreviousFrame"] = scalar(PreviousFrame);
+        t["Globals.CurrentIndex"] = scalar(CurrentIndex);
+        t["Globals.CurrentPlayerDeck"] = scalar(CurrentPlayerDeck);
+        t["Globals.IsCommonDeck"] = scalar(IsCommonDeck);
+        t["Globals.CardCounter"] = scalar(CardCounter);
+        t["Globals.TreeFrame"] = scalar(TreeFrame);
+        t["Globals.TreeIndex1"] = scalar(TreeIndex1);
+        t["Globals.TreeIndex2"] = scalar(TreeIndex2);
+        t["HelpMgmt.HelpVisible"] = scalar(HelpMgmt::HelpVisible);
+        t["HelpMgmt.TipsClicks"] = scalar(HelpMgmt::TipsClicks);
+        t["Globals.SelectedImage"] = {[](int) { return QVariant(SelectedImage); },
+                                      [](int, const QVariant& x) {
+                                          SelectedImage = x.toString();
+                                          return true;
+                                      },
+                                      false};
+        t["Globals.CardProps"] = {[](int i) { return QVariant(i >= 0 ? cardProp(i) : QString()); },
+                                  [](int i, const QVariant& x) {
+                                      if (i < 0)
+                                          return false;
+                                      cardProp(i) = x.toString();
+                                      return true;
+                                  },
+                                  true};
+        t["HelpMgmt.HelpLines"] = {[](int i) {
+                                       return QVariant(i >= 0 && i < HelpMgmt::HelpLines.size()
+                                                           ? HelpMgmt::HelpLines.at(i)
+                                                           : QString());
+                                   },
+                                   [](int i, const QVariant& x) {
+                                       if (i < 0)
+                                           return false;
+                                       while (HelpMgmt::HelpLines.size() <= i)
+                                           HelpMgmt::HelpLines.append(QString());
+                                       HelpMgmt::HelpLines[i] = x.toString();
+                                       return true;
+                                   },
+                                   true};
+        t["HelpMgmt.HelpLines.Count"] = {
+            [](int) { return QVariant(static_cast<int>(HelpMgmt::HelpLines.size())); },
+            [](int, const QVariant&) { return false; }, false};
+        return t;
+    }();
+    return table;
+}
+
+// Variables of a form live as properties of the loaded form object.
+QObject* formFor(const QString& name, QByteArray& prop) {
+    const int dot = name.indexOf(QLatin1Char('.'));
+    if (dot < 0)
+        return nullptr;
+    rt::Form* form = rt::loadedForm(name.left(dot));
+    if (!form)
+        return nullptr;
+    prop = name.mid(dot + 1).toLatin1();
+    if (!form->property(prop.constData()).isValid())
+        return nullptr;
+    return form;
+}
+
+} // namespace
+
+bool isVariableName(const QString& name) {
+    return vars().count(name) > 0 || name == QLatin1String("TreeForm.TreeRefCount");
+}
+
+bool readVariable(const QString& name, int index, QVariant& out) {
+    auto it = vars().find(name);
+    if (it != vars().end()) {
+        if (it->second.indexed != (index >= 0))
+            return false;
+        out = it->second.get(index);
+        return true;
+    }
+    QByteArray prop;
+    if (QObject* form = formFor(name, prop)) {
+        out = form->property(prop.constData());
+        return index < 0;
+    }
+    return false;
+}
+
+bool writeVariable(const QString& name, int index, const QVariant& value) {
+    auto it = vars().find(name);
+    if (it != vars().end()) {
+        if (it->second.indexed != (index >= 0))
+            return false;
+        return it->second.set(index, value);
+    }
+    QByteArray prop;
+    if (QObject* form = formFor(name, prop))
+        return index < 0 && form->setProperty(prop.constData(), value);
+    return false;
+}
+
+} // namespace wizard
