@@ -388,3 +388,5 @@ void Runner::checkMessage(const Statement& s) {
     }
     m_messages.pop_front();
 }
+
+} // namespace scenario
