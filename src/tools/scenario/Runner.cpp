@@ -13,6 +13,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QImage>
 #include <QPixmap>
 #include <QPointer>
 
@@ -220,8 +221,19 @@ void Runner::setUp(const Statement& s) {
     case Op::Image: {
         QDir().mkpath(QFileInfo(path).absolutePath());
         QString why;
-        if (!writeImageFile(path, s.width, s.height, kImageColour, &why))
+        if (!writeImageFile(path, s.width, s.height, kImageColour, &why)) {
             fail(s, QStringLiteral("cannot make the image %1: %2").arg(s.path, why));
+            return;
+        }
+        // Scenarios rely on these files being pictures the program can open.
+        const QImage back(path);
+        if (back.size() != QSize(s.width, s.height))
+            fail(s, QStringLiteral("expected %1 to read back as a %2 x %3 image, found %4 x %5")
+                        .arg(s.path)
+                        .arg(s.width)
+                        .arg(s.height)
+                        .arg(back.width())
+                        .arg(back.height()));
         return;
     }
     case Op::Remove: {
