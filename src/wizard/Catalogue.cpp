@@ -204,10 +204,10 @@ rt::FormSpec buildCardDetailForm() {
         {"pListNames", -1, Kind::ComboBox, "", 120, 300, 2400, 315, "propFrame", ListOnly},
     });
     for (int j = 0; j < 6; ++j) {
-        const int y = 735 + j * 375;
-        c.push_back({"lbl", j, Kind::Label, QString::number(j + 1), 120, y + 15, 285, 285,
+        const int y = 690 + j * 315;
+        c.push_back({"lbl", j, Kind::Label, QString::number(j + 1), 120, y + 15, 285, 270,
                      "propFrame", Centred, Orange});
-        c.push_back({"pName", j, Kind::TextBox, "", 465, y, 2055, 315, "propFrame", 0,
+        c.push_back({"pName", j, Kind::TextBox, "", 465, y, 2055, 300, "propFrame", 0,
                      0xFFFFFFFF});
     }
     return f;

@@ -1,0 +1,14 @@
+#include "runtime/Runtime.h"
+#include "wizard/Program.h"
+
+#include <QApplication>
+#include <gtest/gtest.h>
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    rt::setTwipsPerPixel(15);
+    wizard::registerForms();
+    ::testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}
