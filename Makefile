@@ -28,13 +28,13 @@ test: build
 bench: setup
 	cmake -S . -B build-bench -G Ninja -DCMAKE_BUILD_TYPE=Release -DZAVIK_TESTS=OFF -DZAVIK_BENCH=ON
 	cmake --build build-bench -j $(JOBS) --target zavik-benches
-	@for b in build-bench/bench/zavik-bench-*; do echo "== $$b"; $$b; done
+	@for b in build-bench/bench/zavik-bench-*; do [ -f $$b ] || continue; echo "== $$b"; $$b || exit 1; done
 
 fuzz: setup
 	CXX=clang++ cmake -S . -B build-fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DZAVIK_TESTS=OFF -DZAVIK_FUZZ=ON
 	cmake --build build-fuzz -j $(JOBS) --target zavik-fuzzers
 	@# New inputs go to build-fuzz/corpus; fuzz/corpus only seeds, so the tree stays clean.
-	@for f in build-fuzz/fuzz/zavik-fuzz-*; do echo "== $$f"; mkdir -p build-fuzz/corpus/$$(basename $$f); \
+	@for f in build-fuzz/fuzz/zavik-fuzz-*; do [ -f $$f ] || continue; echo "== $$f"; mkdir -p build-fuzz/corpus/$$(basename $$f); \
 	  $$f -max_total_time=$${FUZZ_SECONDS:-30} -rss_limit_mb=2048 build-fuzz/corpus/$$(basename $$f) fuzz/corpus || exit 1; done
 
 clean:

@@ -100,6 +100,27 @@ QByteArray trimmedBlanks(const QByteArray& text)
     return (b == 0 && e == text.size()) ? text : text.mid(b, e - b);
 }
 
+// The form in which a caller's name is looked up: in the file's encoding,
+// without blanks around it, ASCII letters folded. Done in place: reads are hot.
+QByteArray lookupName(const QString& name, FileEncoding encoding)
+{
+    QByteArray out = encodeText(name, encoding);
+    qsizetype e = out.size();
+    while (e > 0 && isBlank(out[e - 1]))
+        --e;
+    out.truncate(e);
+    qsizetype b = 0;
+    while (b < out.size() && isBlank(out[b]))
+        ++b;
+    if (b > 0)
+        out.remove(0, b);
+    for (char& c : out) {
+        if (c >= 'A' && c <= 'Z')
+            c = static_cast<char>(c - 'A' + 'a');
+    }
+    return out;
+}
+
 const char* lineEndText(LineEnd end)
 {
     switch (end) {
@@ -202,10 +223,10 @@ const ProfileDocument::Section* ProfileDocument::findSection(const QByteArray& f
 
 QString ProfileDocument::read(const QString& section, const QString& key) const
 {
-    const Section* found = findSection(foldName(trimmedBlanks(encodeText(section, m_encoding))));
+    const Section* found = findSection(lookupName(section, m_encoding));
     if (!found)
         return {};
-    const auto keyIt = found->keys.constFind(foldName(trimmedBlanks(encodeText(key, m_encoding))));
+    const auto keyIt = found->keys.constFind(lookupName(key, m_encoding));
     if (keyIt == found->keys.cend())
         return {};
     const Line& line = found->lines[static_cast<std::size_t>(*keyIt)];
