@@ -54,6 +54,24 @@ rt::Control* Runner::control(const Statement& s, bool quiet) {
     return c;
 }
 
+// The user cannot reach a form that stands behind a modal one.
+bool Runner::reachable(const Statement& s) {
+    if (m_modal.empty())
+        return true;
+    const Modal& top = m_modal.back();
+    rt::Form* f = loaded(s.ref.form);
+    if (!f || f == top.form)
+        return true;
+    for (const QPointer<rt::Form>& p : top.behind) {
+        if (p == f) {
+            fail(s, QStringLiteral("%1 is behind the modal %2 and takes no user action")
+                        .arg(s.ref.form, top.name));
+            return false;
+        }
+    }
+    return true;
+}
+
 // A click or Tab first: the control losing the focus may refuse it, and then
 // the action ends without its event. Labels and frames never take it.
 rt::Control* Runner::focusFor(const Statement& s) {
@@ -69,6 +87,8 @@ rt::Control* Runner::focusFor(const Statement& s) {
 }
 
 void Runner::act(const Statement& s) {
+    if (!reachable(s))
+        return;
     if (s.op == Op::Focus) {
         rt::Control* c = control(s);
         if (c && !c->canFocus())
@@ -107,6 +127,8 @@ void Runner::act(const Statement& s) {
 }
 
 void Runner::pick(const Statement& s, bool doubleClick) {
+    if (!reachable(s))
+        return;
     rt::Control* c = control(s);
     if (!c)
         return;
@@ -148,6 +170,8 @@ void Runner::pick(const Statement& s, bool doubleClick) {
 }
 
 void Runner::pressKey(const Statement& s) {
+    if (!reachable(s))
+        return;
     if (s.ref.kind == Ref::Control) {
         if (rt::Control* c = focusFor(s))
             c->userKey(s.code);
@@ -183,6 +207,8 @@ void Runner::pressKey(const Statement& s) {
 }
 
 void Runner::closeForm(const Statement& s) {
+    if (!reachable(s))
+        return;
     rt::Form* f = form(s);
     if (!f)
         return;
@@ -259,12 +285,17 @@ void Runner::onModalWait(rt::Form* form) {
     const QString name = form->formName();
     const int shownAt = currentLine();
     auto up = [&] { return alive && !alive->isUnloaded() && rt::loadedForm(name) == form; };
+    Modal modal{form, name, {}};
+    for (rt::Form* f : rt::loadedForms())
+        if (f != form)
+            modal.behind.emplace_back(f);
+    m_modal.push_back(std::move(modal));
     while (up()) {
         if (m_failed) {
             // The file stops here; the program's code behind Show 1 goes on
             // and returns, with nothing more done on its forms.
             alive->Unload();
-            return;
+            break;
         }
         if (m_cursor >= m_script.statements.size()) {
             fail(shownAt, QStringLiteral("the file ended while %1 was up (shown modal)").arg(name));
@@ -272,6 +303,7 @@ void Runner::onModalWait(rt::Form* form) {
         }
         step();
     }
+    m_modal.pop_back();
 }
 
 } // namespace scenario

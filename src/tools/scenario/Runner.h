@@ -3,16 +3,17 @@
 // sequence that nested calls share: a form shown modal runs the following lines
 // inside its wait, so the cursor belongs to the runner, not to a loop.
 
+#include "runtime/Form.h"
 #include "tools/scenario/Script.h"
 
 #include <QElapsedTimer>
+#include <QPointer>
 #include <QString>
 #include <QStringList>
 #include <deque>
 
 namespace rt {
 class Control;
-class Form;
 } // namespace rt
 
 namespace scenario {
@@ -57,6 +58,7 @@ private:
     rt::Form* form(const Statement& s);
     rt::Control* control(const Statement& s, bool quiet = false);
     rt::Control* focusFor(const Statement& s);
+    bool reachable(const Statement& s);
     void act(const Statement& s);
     void pick(const Statement& s, bool doubleClick);
     void pressKey(const Statement& s);
@@ -81,6 +83,14 @@ private:
     QString m_failMessage;
     std::deque<Message> m_messages;
     std::deque<QString> m_choices;
+    // Forms shown modal, innermost last, each with the forms that stood
+    // behind it when it came up: those take no user action until it goes.
+    struct Modal {
+        rt::Form* form;
+        QString name;
+        std::vector<QPointer<rt::Form>> behind;
+    };
+    std::vector<Modal> m_modal;
 };
 
 } // namespace scenario

@@ -81,6 +81,10 @@ Choices where the contract is silent:
     dblclick REF without a row: DblClick alone, whatever the kind.
   * pick "item": the first row holding exactly that text. A row that is not
     there fails the line.
+  * While a form shown modal is up, user actions (click, pick, dblclick,
+    type, edit, key, focus, close) on the forms that stood behind it fail
+    the line, as the user could not reach them; forms opened later, and
+    set and expect, are not limited.
   * close FORM sends the window's close event; if the form is still loaded
     afterwards the line fails.
   * set FORM.Caption/Width/Height sets the form; Visible, Left, Top and
@@ -106,6 +110,19 @@ struct Options {
 int usageError(const QString& message) {
     std::fprintf(stderr, "zavik-scenario: %s\n(try --help)\n", qPrintable(message));
     return 2;
+}
+
+QtMessageHandler g_qtMessages = nullptr;
+
+// The offscreen platform warns of what it cannot do (raise a window, find a
+// runtime folder); that says nothing about the scenario and would bury the
+// report, so those warnings are dropped and all else goes through.
+void filterQtMessages(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+    if (type == QtWarningMsg && (text.startsWith(QLatin1String("This plugin does not support")) ||
+                                 text.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR"))))
+        return;
+    if (g_qtMessages)
+        g_qtMessages(type, context, text);
 }
 
 void say(const QString& line) {
@@ -148,6 +165,7 @@ int main(int argc, char** argv) {
 
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    g_qtMessages = qInstallMessageHandler(filterQtMessages);
     QApplication app(argc, argv);
     rt::setTwipsPerPixel(15);
     rt::installDefaultHooks();
