@@ -44,4 +44,15 @@ case "$out" in
 *"ok $here/../texts.scn"*"1 passed, 1 failed") [ "$status" = 1 ] && echo "ok two files" || { echo "FAIL two files: status $status"; bad=1; } ;;
 *) echo "FAIL two files:"; echo "$out" | sed 's/^/    /'; bad=1 ;;
 esac
+# shot writes beneath the working directory, not App.Path.
+work=$(mktemp -d)
+printf 'start\nshot MainForm "shots/main.png"\n' > "$work/shot.scn"
+if (cd "$work" && "$driver" shot.scn >/dev/null 2>&1) &&
+    [ "$(head -c 4 "$work/shots/main.png" | od -An -c | tr -d ' ')" = "211PNG" ]; then
+    echo "ok shot"
+else
+    echo "FAIL shot: no PNG at shots/main.png in the working directory"
+    bad=1
+fi
+rm -rf "$work"
 exit $bad
