@@ -230,8 +230,11 @@ void Form::Show(int modal) {
         centre();
     }
     show();
-    raise();
-    activateWindow();
+    // The offscreen platform has no window stack to raise a window in.
+    if (QGuiApplication::platformName() != QLatin1String("offscreen")) {
+        raise();
+        activateWindow();
+    }
     raiseForm(this);
     if (!m_active)
         setFocusSilently(firstTabControl());
