@@ -6,6 +6,7 @@
 # usage: check.sh PATH/TO/zavik-scenario
 set -u
 driver=${1:?usage: check.sh PATH/TO/zavik-scenario}
+driver=$(cd "$(dirname "$driver")" && pwd)/$(basename "$driver")
 here=$(cd "$(dirname "$0")" && pwd)
 export QT_QPA_PLATFORM=${QT_QPA_PLATFORM:-offscreen}
 bad=0
