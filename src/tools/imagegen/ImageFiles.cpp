@@ -90,15 +90,19 @@ QByteArray gifFile(int w, int h, QRgb colour) {
     out.append(static_cast<char>(0x80)); // a global table of two colours
     out.append('\0');                    // background: entry 0
     out.append('\0');                    // square pixels
-    const char table[6] = {static_cast<char>(qRed(colour)), static_cast<char>(qGreen(colour)),
-                           static_cast<char>(qBlue(colour)), 0, 0, 0};
+    const char table[6] = {static_cast<char>(qRed(colour)),
+                           static_cast<char>(qGreen(colour)),
+                           static_cast<char>(qBlue(colour)),
+                           0,
+                           0,
+                           0};
     out.append(table, 6);
     out.append(',');
     putWord(out, 0);
     putWord(out, 0);
     putWord(out, w);
     putWord(out, h);
-    out.append('\0'); // no local table, not interlaced
+    out.append('\0');              // no local table, not interlaced
     constexpr int minCodeSize = 2; // the smallest the format allows
     out.append(static_cast<char>(minCodeSize));
     const std::vector<quint8> pixels(static_cast<std::size_t>(w) * static_cast<std::size_t>(h), 0);

@@ -5,7 +5,9 @@
 namespace scenario {
 namespace {
 
-bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\v' || c == '\f'; }
+bool isBlank(char c) {
+    return c == ' ' || c == '\t' || c == '\v' || c == '\f';
+}
 
 QByteArray trimBlanks(QByteArray s) {
     qsizetype b = 0, e = s.size();

@@ -105,14 +105,18 @@ bool Runner::run() {
                          .arg(m.style));
     }
     if (!m_failed && !m_choices.empty())
-        fail(m_script.lastLine, QStringLiteral("no ShowOpen took choose %1").arg(quoted(m_choices.front())));
+        fail(m_script.lastLine,
+             QStringLiteral("no ShowOpen took choose %1").arg(quoted(m_choices.front())));
     if (!m_failed && m_clock.elapsed() > m_timeLimitMs)
-        fail(m_script.lastLine, QStringLiteral("the file ran longer than %1 s").arg(m_timeLimitMs / 1000));
+        fail(m_script.lastLine,
+             QStringLiteral("the file ran longer than %1 s").arg(m_timeLimitMs / 1000));
     g_current = nullptr;
     return !m_failed;
 }
 
-int Runner::currentLine() const { return m_running.empty() ? m_script.lastLine : m_running.back(); }
+int Runner::currentLine() const {
+    return m_running.empty() ? m_script.lastLine : m_running.back();
+}
 
 void Runner::fail(int line, const QString& message) {
     if (m_failed)
@@ -201,7 +205,9 @@ void Runner::execute(const Statement& s) {
 
 // ---- the application folder ------------------------------------------------
 
-QString Runner::appFile(const QString& relative) const { return m_appPath + QLatin1Char('/') + relative; }
+QString Runner::appFile(const QString& relative) const {
+    return m_appPath + QLatin1Char('/') + relative;
+}
 
 void Runner::setUp(const Statement& s) {
     const QString path = appFile(s.path);
@@ -242,14 +248,16 @@ void Runner::setUp(const Statement& s) {
             fail(s, QStringLiteral("cannot remove %1: it does not exist").arg(s.path));
             return;
         }
-        const bool ok = info.isDir() && !info.isSymLink() ? QDir().rmdir(path) : QFile::remove(path);
+        const bool ok =
+            info.isDir() && !info.isSymLink() ? QDir().rmdir(path) : QFile::remove(path);
         if (!ok)
             fail(s, QStringLiteral("cannot remove %1").arg(s.path));
         return;
     }
     case Op::Chmod:
         if (::chmod(QFile::encodeName(path).constData(), static_cast<mode_t>(s.mode)) != 0)
-            fail(s, QStringLiteral("cannot chmod %1: %2").arg(s.path, QString::fromLocal8Bit(std::strerror(errno))));
+            fail(s, QStringLiteral("cannot chmod %1: %2")
+                        .arg(s.path, QString::fromLocal8Bit(std::strerror(errno))));
         return;
     default:
         return;
@@ -292,8 +300,9 @@ void Runner::checkFile(const Statement& s) {
         const QString found = readProfileValue(s.section, s.key, path);
         if ((found == s.value.text) == s.negate)
             fail(s, QStringLiteral("expected key %1 [%2] %3 %4 %5, found %6")
-                        .arg(s.path, s.section, s.key, s.negate ? QStringLiteral("!=") : QStringLiteral("=="),
-                             s.value.show(), quoted(found)));
+                        .arg(s.path, s.section, s.key,
+                             s.negate ? QStringLiteral("!=") : QStringLiteral("=="), s.value.show(),
+                             quoted(found)));
         return;
     }
     case Op::ExpectNoKey: {
@@ -356,7 +365,9 @@ bool Runner::read(const Ref& ref, QVariant& out, QString& why) const {
     }
     if (!c->getProperty(ref.prop, ref.propIndex, out)) {
         why = ref.propIndex >= 0
-                  ? QStringLiteral("%1 has no %2(%3)").arg(controlName(ref), ref.prop).arg(ref.propIndex)
+                  ? QStringLiteral("%1 has no %2(%3)")
+                        .arg(controlName(ref), ref.prop)
+                        .arg(ref.propIndex)
                   : QStringLiteral("%1 has no property %2").arg(controlName(ref), ref.prop);
         return false;
     }
@@ -366,7 +377,10 @@ bool Runner::read(const Ref& ref, QVariant& out, QString& why) const {
 void Runner::checkValue(const Statement& s) {
     QVariant actual;
     QString why;
-    const QString wanted = QStringLiteral("%1 %2 %3").arg(s.ref.written, s.negate ? QStringLiteral("!=") : QStringLiteral("=="), s.value.show());
+    const QString wanted =
+        QStringLiteral("%1 %2 %3")
+            .arg(s.ref.written, s.negate ? QStringLiteral("!=") : QStringLiteral("=="),
+                 s.value.show());
     if (!read(s.ref, actual, why)) {
         fail(s, QStringLiteral("expected %1, found that %2").arg(wanted, why));
         return;
@@ -384,8 +398,9 @@ void Runner::checkMessage(const Statement& s) {
                         .arg(m_messages.front().line));
         return;
     }
-    const QString wanted = s.style ? QStringLiteral("msgbox %1 %2").arg(s.value.show()).arg(*s.style)
-                                   : QStringLiteral("msgbox %1").arg(s.value.show());
+    const QString wanted = s.style
+                               ? QStringLiteral("msgbox %1 %2").arg(s.value.show()).arg(*s.style)
+                               : QStringLiteral("msgbox %1").arg(s.value.show());
     if (m_messages.empty()) {
         fail(s, QStringLiteral("expected %1, found no message").arg(wanted));
         return;

@@ -1,5 +1,7 @@
 #include "tools/scenario/Script.h"
 
+#include "tools/scenario/Lexer.h"
+
 #include "runtime/FormSpec.h"
 #include "store/profile/AnsiCodec.h"
 #include "wizard/Variables.h"
@@ -78,107 +80,9 @@ QString Value::show() const {
 
 namespace {
 
-struct Token {
-    enum Kind { Word, String, Heredoc } kind = Word;
-    QByteArray bytes; // a string's bytes, a heredoc's tag, a word as written
-    QString word() const { return QString::fromLatin1(bytes); }
-};
-
-struct Error {
-    QString message;
-};
-
-bool isBlank(char c) { return c == ' ' || c == '\t'; }
-
-int hexDigit(char c) {
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F')
-        return c - 'A' + 10;
-    return -1;
-}
-
-std::vector<Token> tokenize(const QByteArray& line) {
-    std::vector<Token> out;
-    qsizetype i = 0;
-    const qsizetype n = line.size();
-    while (true) {
-        while (i < n && isBlank(line[i]))
-            ++i;
-        if (i >= n)
-            break;
-        Token t;
-        if (line[i] == '"') {
-            t.kind = Token::String;
-            ++i;
-            bool closed = false;
-            while (i < n) {
-                const char c = line[i++];
-                if (c == '"') {
-                    closed = true;
-                    break;
-                }
-                if (c != '\\') {
-                    t.bytes.append(c);
-                    continue;
-                }
-                if (i >= n)
-                    break;
-                const char e = line[i++];
-                switch (e) {
-                case '"':
-                case '\\':
-                    t.bytes.append(e);
-                    break;
-                case 'r':
-                    t.bytes.append('\r');
-                    break;
-                case 'n':
-                    t.bytes.append('\n');
-                    break;
-                case 't':
-                    t.bytes.append('\t');
-                    break;
-                case 'b':
-                    t.bytes.append('\b');
-                    break;
-                case 'x': {
-                    const int hi = i < n ? hexDigit(line[i]) : -1;
-                    const int lo = i + 1 < n ? hexDigit(line[i + 1]) : -1;
-                    if (hi < 0 || lo < 0)
-                        throw Error{QStringLiteral("\\x needs two hex digits")};
-                    t.bytes.append(static_cast<char>(hi * 16 + lo));
-                    i += 2;
-                    break;
-                }
-                default:
-                    throw Error{QStringLiteral("unknown escape \\%1").arg(QLatin1Char(e))};
-                }
-            }
-            if (!closed)
-                throw Error{QStringLiteral("string without its closing quote")};
-            if (i < n && !isBlank(line[i]))
-                throw Error{QStringLiteral("a blank must follow a string")};
-        } else {
-            const qsizetype start = i;
-            while (i < n && !isBlank(line[i]))
-                ++i;
-            t.bytes = line.mid(start, i - start);
-            if (t.bytes.startsWith("<<")) {
-                t.kind = Token::Heredoc;
-                t.bytes = t.bytes.mid(2);
-                if (t.bytes.isEmpty())
-                    throw Error{QStringLiteral("<< needs an end word, such as <<END")};
-            } else if (t.bytes.contains('"')) {
-                throw Error{QStringLiteral("a quote inside a word")};
-            }
-        }
-        out.push_back(std::move(t));
-    }
-    return out;
-}
+using lexer::Error;
+using lexer::Token;
+using lexer::tokenize;
 
 struct Part {
     QString name;
@@ -253,13 +157,13 @@ Ref parseRef(const Token& token, RefUse use) {
         for (const Part& p : parts)
             names << p.name;
         const QString plain = names.join(QLatin1Char('.'));
-        const bool module = parts[0].name == QLatin1String("Globals") ||
-                            parts[0].name == QLatin1String("HelpMgmt");
+        const bool module =
+            parts[0].name == QLatin1String("Globals") || parts[0].name == QLatin1String("HelpMgmt");
         if (module || wizard::isVariableName(plain)) {
             for (std::size_t i = 0; i + 1 < parts.size(); ++i)
                 if (parts[i].index >= 0)
-                    throw Error{QStringLiteral("only the last part of %1 takes an index")
-                                    .arg(ref.written)};
+                    throw Error{
+                        QStringLiteral("only the last part of %1 takes an index").arg(ref.written)};
             if (!wizard::isVariableName(plain))
                 throw Error{QStringLiteral("no module variable %1").arg(plain)};
             ref.kind = Ref::Variable;
@@ -276,8 +180,8 @@ Ref parseRef(const Token& token, RefUse use) {
             ref.kind = Ref::Form;
             return ref;
         }
-        throw Error{QStringLiteral("%1 names a form; a control or property is expected")
-                        .arg(ref.written)};
+        throw Error{
+            QStringLiteral("%1 names a form; a control or property is expected").arg(ref.written)};
     }
     if (use == RefUse::FormOnly)
         throw Error{QStringLiteral("a form name is expected, not %1").arg(ref.written)};
@@ -566,8 +470,8 @@ std::optional<Script> parseScript(const QByteArray& source, SyntaxError& error) 
                     ++j;
                 }
                 if (j >= lines.size())
-                    throw Error{QStringLiteral("no line %1 ends the heredoc").arg(
-                        QString::fromLatin1(tag))};
+                    throw Error{QStringLiteral("no line %1 ends the heredoc")
+                                    .arg(QString::fromLatin1(tag))};
                 tokens[k].kind = Token::String;
                 tokens[k].bytes = body;
                 i = j;

@@ -77,9 +77,9 @@ struct Statement {
     Op op = Op::Start;
     int line = 0;
     Ref ref;
-    Value value;        // write, type, edit, choose, set, expect, shot, pick "item"
+    Value value;            // write, type, edit, choose, set, expect, shot, pick "item"
     std::optional<int> row; // pick, dblclick
-    QString path;       // relative to App.Path
+    QString path;           // relative to App.Path
     QString section, key;
     int width = 0, height = 0, mode = 0, code = 0;
     std::optional<int> style;

@@ -47,13 +47,15 @@ void Watchdog::watch() {
             continue;
         }
         const unsigned generation = m_generation;
-        const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(m_limitMs + m_graceMs);
-        const bool woken = m_wake.wait_until(
-            lock, deadline, [&] { return m_quit || m_generation != generation; });
+        const auto deadline =
+            std::chrono::steady_clock::now() + std::chrono::milliseconds(m_limitMs + m_graceMs);
+        const bool woken =
+            m_wake.wait_until(lock, deadline, [&] { return m_quit || m_generation != generation; });
         if (woken)
             continue;
-        std::printf("%s: the file ran longer than %d s: a line never came back\n%d passed, %d failed\n",
-                    m_file.toLocal8Bit().constData(), m_limitMs / 1000, m_passed, m_failedIfCut);
+        std::printf(
+            "%s: the file ran longer than %d s: a line never came back\n%d passed, %d failed\n",
+            m_file.toLocal8Bit().constData(), m_limitMs / 1000, m_passed, m_failedIfCut);
         std::fflush(stdout);
         std::_Exit(1);
     }

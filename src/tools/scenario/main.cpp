@@ -187,7 +187,10 @@ int main(int argc, char** argv) {
         scenario::SyntaxError error;
         const auto script = scenario::parseScript(in.readAll(), error);
         if (!script) {
-            say(QStringLiteral("%1:%2: syntax error: %3").arg(file).arg(error.line).arg(error.message));
+            say(QStringLiteral("%1:%2: syntax error: %3")
+                    .arg(file)
+                    .arg(error.line)
+                    .arg(error.message));
             ++failed;
             status = 2;
             continue;
@@ -197,7 +200,8 @@ int main(int argc, char** argv) {
         QString appPath = opt.appDir;
         if (appPath.isEmpty()) {
             if (!temp.isValid()) {
-                say(QStringLiteral("%1: cannot make a temporary folder: %2").arg(file, temp.errorString()));
+                say(QStringLiteral("%1: cannot make a temporary folder: %2")
+                        .arg(file, temp.errorString()));
                 ++failed;
                 status = 2;
                 continue;
@@ -221,7 +225,10 @@ int main(int argc, char** argv) {
         } else {
             ++failed;
             status = std::max(status, 1);
-            say(QStringLiteral("%1:%2: %3").arg(file).arg(runner.failedLine()).arg(runner.failure()));
+            say(QStringLiteral("%1:%2: %3")
+                    .arg(file)
+                    .arg(runner.failedLine())
+                    .arg(runner.failure()));
         }
         if (opt.keep && opt.appDir.isEmpty())
             say(QStringLiteral("kept App.Path of %1: %2").arg(file, appPath));
