@@ -2,6 +2,7 @@
 
 #include "runtime/Form.h"
 #include "runtime/Runtime.h"
+#include "store/profile/ProfileStore.h"
 #include "tools/imagegen/ImageFiles.h"
 #include "tools/scenario/Compare.h"
 #include "tools/scenario/ProfileLookup.h"
@@ -21,11 +22,6 @@
 #include <cstring>
 #include <sys/stat.h>
 
-#if __has_include("store/profile/ProfileStore.h")
-#include "store/profile/ProfileStore.h"
-#define ZAVIK_SCENARIO_HAS_STORE 1
-#endif
-
 namespace scenario {
 namespace {
 
@@ -37,30 +33,6 @@ constexpr QRgb kImageColour = qRgb(0, 160, 80);
 QString controlName(const Ref& ref) {
     return ref.index >= 0 ? QStringLiteral("%1.%2(%3)").arg(ref.form, ref.control).arg(ref.index)
                           : QStringLiteral("%1.%2").arg(ref.form, ref.control);
-}
-
-void flushProfiles() {
-#ifdef ZAVIK_SCENARIO_HAS_STORE
-    Globals::FlushProfiles();
-#else
-    rt::actionEnded();
-#endif
-}
-
-QString readProfileValue(const QString& section, const QString& key, const QString& file) {
-#ifdef ZAVIK_SCENARIO_HAS_STORE
-    QString s = section, k = key, f = file;
-    return Globals::ReadProfileValue(s, k, f);
-#else
-    // Without the store, read the file the way the store is documented to.
-    QFile in(file);
-    if (!in.open(QIODevice::ReadOnly))
-        return {};
-    QByteArray v = findProfileKey(in.readAll(), section, key).value_or(QByteArray());
-    if (v.size() > 1 && (v.front() == '"' || v.front() == '\'') && v.back() == v.front())
-        v = v.mid(1, v.size() - 2);
-    return Value::fromBytes(v.left(254)).text;
-#endif
 }
 
 } // namespace
@@ -266,7 +238,7 @@ void Runner::setUp(const Statement& s) {
 
 void Runner::checkFile(const Statement& s) {
     // Whatever the program has pending goes out before its file is looked at.
-    flushProfiles();
+    Globals::FlushProfiles();
     const QString path = appFile(s.path);
     const QFileInfo info(path);
     switch (s.op) {
@@ -297,7 +269,7 @@ void Runner::checkFile(const Statement& s) {
         return;
     }
     case Op::ExpectKey: {
-        const QString found = readProfileValue(s.section, s.key, path);
+        const QString found = Globals::ReadProfileValue(s.section, s.key, path);
         if ((found == s.value.text) == s.negate)
             fail(s, QStringLiteral("expected key %1 [%2] %3 %4 %5, found %6")
                         .arg(s.path, s.section, s.key,
