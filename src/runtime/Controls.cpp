@@ -25,6 +25,9 @@ QWidget* makeTextWidget(const ControlSpec& spec, QWidget* parent) {
     if (spec.flags & MultiLine) {
         auto* edit = new QPlainTextEdit(parent);
         edit->setTabChangesFocus(true);
+        // Long lines wrap at the box's edge, as a multi-line box without scroll bars does.
+        edit->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        edit->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
         return edit;
     }
     return new QLineEdit(parent);
@@ -553,6 +556,9 @@ static QWidget* makeFrame(const ControlSpec& spec, QWidget* parent) {
 Frame::Frame(Form* form, const ControlSpec& spec, QWidget* parent)
     : Control(form, spec, makeFrame(spec, parent)) {
     m_group = qobject_cast<QGroupBox*>(widget());
+    // Frames are opaque: a page left by a jump stays visible under the one in front.
+    if (m_group)
+        widget()->setAutoFillBackground(true);
     setCaption(spec.text);
 }
 
