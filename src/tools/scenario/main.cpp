@@ -60,7 +60,7 @@ Choices where the contract is silent:
   * remove of a path that does not exist fails the line.
   * expect file PATH exists: any directory entry counts, a folder too.
   * expect key also takes != ; expect nokey counts a line without "=" in the
-    section as a key, as the profile store does.
+    section as a key (the rule of Wine's profile code).
   * Before expect key/nokey/file the store's pending writes go out. Every line
     is one user action: pending writes go out at its end, also for lines run
     inside a modal form's wait.
