@@ -1,11 +1,69 @@
 // One deck between its section of the game file and page 4.
 
+#include "decks/CardEntry.h"
+#include "store/GamePath.h"
+#include "store/profile/ProfileStore.h"
+#include "store/profile/TextHelpers.h"
+#include "wizard/Globals.h"
 #include "wizard/MainForm.h"
 
-// Both arrive with the deck pages; navigation already calls them where a deck
-// is left or reached.
-void MainForm::LoadDeckData(const QString& section) { (void)section; }
+#include <limits>
+
+using namespace Globals;
+
+void MainForm::LoadDeckData(const QString& section) {
+    const QString file = GameFilePath();
+    backImg->Clear();
+    backImg->AddItem(ReadProfileValue(section, QStringLiteral("img_back"), file));
+    discardImg->Clear();
+    discardImg->AddItem(ReadProfileValue(section, QStringLiteral("img_discard"), file));
+    commonList->Clear();
+    const qint16 n = CInt(Val(ReadProfileValue(section, QStringLiteral("decksize"), file)));
+    CardCounter = 0;
+    CardProps.assign(201, QString());
+    for (int i = 1; i <= n; ++i) {
+        const QString line =
+            ReadProfileValue(section, QStringLiteral("card") + QString::number(i), file);
+        commonList->AddItem(GetField(line, 1, QStringLiteral(",")));
+        ++CardCounter;
+        commonList->setItemData(commonList->ListCount() - 1, CardCounter);
+        cardProp(CardCounter) = GetField(line, 3, QStringLiteral(","));
+    }
+    UpdateCardCount();
+    DealCrds->setText(ReadProfileValue(section, QStringLiteral("deal"), file));
+}
+
 void MainForm::SaveDeckData(bool isCommonDeck, qint16 deckId) {
-    (void)isCommonDeck;
-    (void)deckId;
+    const QString file = GameFilePath();
+    const QString section =
+        isCommonDeck ? QStringLiteral("COMMON ") + QString::number(deckId)
+                     : QStringLiteral("DECK ") + QString::number(deckId) +
+                           QStringLiteral(" PLAYER ") + QString::number(CurrentIndex);
+    const int rows = commonList->ListCount();
+    WriteProfileValue(section, QStringLiteral("decksize"), QString::number(rows), file);
+    WriteProfileValue(section, QStringLiteral("img_back"), backImg->List(0), file);
+    WriteProfileValue(section, QStringLiteral("img_discard"), discardImg->List(0), file);
+    WriteProfileValue(section, QStringLiteral("deal"), DealCrds->Text(), file);
+    WriteProfileValue(section, QStringLiteral("split"), QStringLiteral("false"), file);
+    WriteProfileValue(section, QStringLiteral("draw_facedown"), QStringLiteral("false"), file);
+    for (int i = 1; i <= rows; ++i) {
+        QString line = commonList->List(i - 1);
+        const qint32 slot = commonList->ItemData(i - 1);
+        if (slot >= 0 && !cardProp(slot).isEmpty())
+            line += QStringLiteral(",,") + cardProp(slot);
+        WriteProfileValue(section, QStringLiteral("card") + QString::number(i), line, file);
+    }
+}
+
+void MainForm::UpdateCardCount() {
+    // The total stops at the largest count it can hold rather than wrap.
+    qint32 total = 0;
+    for (int i = 0; i < commonList->ListCount(); ++i) {
+        const QString entry = commonList->List(i);
+        total += entry.startsWith(QLatin1String("(x")) ? readCardEntry(entry).count : 1;
+        total = std::clamp<qint32>(total, std::numeric_limits<qint16>::min(),
+                                   std::numeric_limits<qint16>::max());
+    }
+    commLabel->setCaption(QStringLiteral("Cards: ") + QString::number(commonList->ListCount()) +
+                          QStringLiteral(" (tot: ") + QString::number(total) + QLatin1Char(')'));
 }

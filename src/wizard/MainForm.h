@@ -47,6 +47,7 @@ public:
     // Decks.
     void LoadDeckData(const QString& section);
     void SaveDeckData(bool isCommonDeck, qint16 deckId);
+    void UpdateCardCount();
 
     // Property lists and reports.
     void showProperties();

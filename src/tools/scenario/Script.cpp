@@ -330,6 +330,10 @@ Statement parseExpect(const std::vector<Token>& t) {
         } else if (check == QLatin1String("==") && t.size() == 5) {
             s.op = Op::ExpectFileBytes;
             s.value = text(t[4]);
+        } else if (t[3].kind == Token::String && t.size() == 4) {
+            // The bytes may follow the path directly, a heredoc above all.
+            s.op = Op::ExpectFileBytes;
+            s.value = text(t[3]);
         } else {
             throw Error{QStringLiteral("expect file PATH exists, absent or == \"bytes\"")};
         }
