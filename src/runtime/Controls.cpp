@@ -485,6 +485,8 @@ Label::Label(Form* form, const ControlSpec& spec, QWidget* parent)
     m_label = qobject_cast<QLabel*>(widget());
     m_label->setTextFormat(Qt::PlainText);
     m_label->setWordWrap(true);
+    if (spec.flags & BorderSingle)
+        m_label->setMargin(2); // the text keeps clear of the border
     m_label->setAlignment((spec.flags & Centred ? Qt::AlignHCenter : Qt::AlignLeft) |
                           Qt::AlignTop);
     setCaption(spec.text);

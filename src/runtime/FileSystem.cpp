@@ -95,8 +95,10 @@ bool matchesPattern(const QString& name, const QString& pattern) {
     return matchAt(name, 0, pattern, 0);
 }
 
+// Windows compares names in capitals, so "_" and the other signs between "Z"
+// and "a" come after the letters, not before them.
 bool nameLess(const QString& a, const QString& b) {
-    const int c = a.compare(b, Qt::CaseInsensitive);
+    const int c = a.toUpper().compare(b.toUpper());
     return c != 0 ? c < 0 : a < b;
 }
 

@@ -175,7 +175,8 @@ TEST_F(ControlsTest, PictureBoxPrintsLinesAndElementsCopyElementZero) {
 TEST(FileSystem, DirListsAsAWindowsFolderDoes) {
     QTemporaryDir dir;
     const QString root = dir.path();
-    for (const char* name : {"b.game", "A.game", "c.GAME", ".game", "x.gamex", "notes.txt"})
+    for (const char* name :
+         {"b.game", "A.game", "_draft.game", "c.GAME", ".game", "x.gamex", "notes.txt"})
         QFile(root + "/" + name).open(QIODevice::WriteOnly);
     QDir(root).mkdir("Cards");
     QDir(root).mkdir(".hidden");
@@ -183,7 +184,7 @@ TEST(FileSystem, DirListsAsAWindowsFolderDoes) {
     QStringList games;
     for (QString n = Dir(root + "/*.game"); !n.isEmpty(); n = Dir())
         games << n;
-    EXPECT_EQ(games, (QStringList{".game", "A.game", "b.game", "c.GAME"}));
+    EXPECT_EQ(games, (QStringList{".game", "A.game", "b.game", "c.GAME", "_draft.game"}));
 
     QStringList all;
     for (QString n = Dir(root + "/", vbDirectory); !n.isEmpty(); n = Dir())
