@@ -11,17 +11,20 @@ namespace {
 
 constexpr int kCards = 200;
 
-QByteArray largestGame()
-{
-    QByteArray text = "[GAME]\r\nname=Largest\r\ndescription=Six players of six decks\r\nplayers=6\r\n"
-                      "directory=cards\r\ncommon_decks=6\r\ndesktop=table.bmp\r\n";
+QByteArray largestGame() {
+    QByteArray text =
+        "[GAME]\r\nname=Largest\r\ndescription=Six players of six decks\r\nplayers=6\r\n"
+        "directory=cards\r\ncommon_decks=6\r\ndesktop=table.bmp\r\n";
     for (int p = 1; p <= 6; ++p)
-        text += "[Player " + QByteArray::number(p) + "]\r\nname=Player" + QByteArray::number(p) + "\r\ndecks=6\r\n";
+        text += "[Player " + QByteArray::number(p) + "]\r\nname=Player" + QByteArray::number(p) +
+                "\r\ndecks=6\r\n";
     const auto deck = [&text](const QByteArray& section) {
-        text += "[" + section + "]\r\ndecksize=200\r\nimg_back=back.bmp\r\nimg_discard=pile.bmp\r\ndeal=5\r\n"
+        text += "[" + section +
+                "]\r\ndecksize=200\r\nimg_back=back.bmp\r\nimg_discard=pile.bmp\r\ndeal=5\r\n"
                 "split=false\r\ndraw_facedown=false\r\n";
         for (int c = 1; c <= kCards; ++c) {
-            text += "card" + QByteArray::number(c) + "=(x2)card" + QByteArray::number(c).rightJustified(3, '0') +
+            text += "card" + QByteArray::number(c) + "=(x2)card" +
+                    QByteArray::number(c).rightJustified(3, '0') +
                     ".bmp,,Value=3|Colour=red|Power=12\r\n";
         }
         text += "viewDiscard=true\r\nresize=false\r\n";
@@ -43,8 +46,7 @@ struct GameFile {
     QTemporaryDir dir;
     QString path = dir.filePath("largest.game");
 
-    GameFile()
-    {
+    GameFile() {
         QFile f(path);
         if (!f.open(QIODevice::WriteOnly) || f.write(largestGame()) < 0)
             std::fprintf(stderr, "cannot write %s\n", qPrintable(path));

@@ -21,18 +21,16 @@ namespace reference {
 
 struct Parsed {
     std::vector<QByteArray> lines;
-    int sectionLine = -1;  // header of the first section of the name
-    int keyLine = -1;      // first line of the key in that section
+    int sectionLine = -1; // header of the first section of the name
+    int keyLine = -1;     // first line of the key in that section
     int lastInSection = -1;
 };
 
-QByteArray folded(QByteArray name)
-{
+QByteArray folded(QByteArray name) {
     return name.trimmed().toLower();
 }
 
-Parsed parse(const QByteArray& bytes, const QByteArray& section, const QByteArray& key)
-{
+Parsed parse(const QByteArray& bytes, const QByteArray& section, const QByteArray& key) {
     Parsed parsed;
     const QByteArray wantSection = folded(section);
     const QByteArray wantKey = folded(key);
@@ -43,17 +41,20 @@ Parsed parse(const QByteArray& bytes, const QByteArray& section, const QByteArra
         while (end < bytes.size() && bytes[end] != '\r' && bytes[end] != '\n')
             ++end;
         QByteArray line = bytes.mid(start, end - start);
-        start = end + ((end + 1 < bytes.size() && bytes[end] == '\r' && bytes[end + 1] == '\n') ? 2 : 1);
+        start = end +
+                ((end + 1 < bytes.size() && bytes[end] == '\r' && bytes[end + 1] == '\n') ? 2 : 1);
         const int index = static_cast<int>(parsed.lines.size());
         const QByteArray trimmed = line.trimmed();
         if (trimmed.startsWith('[') && trimmed.lastIndexOf(']') > 0) {
-            const bool match = parsed.sectionLine < 0 && folded(trimmed.mid(1, trimmed.lastIndexOf(']') - 1)) == wantSection;
+            const bool match = parsed.sectionLine < 0 &&
+                               folded(trimmed.mid(1, trimmed.lastIndexOf(']') - 1)) == wantSection;
             if (match)
                 parsed.sectionLine = parsed.lastInSection = index;
             inSection = match;
         } else if (inSection && !trimmed.isEmpty()) {
             parsed.lastInSection = index;
-            if (parsed.keyLine < 0 && !trimmed.startsWith(';') && folded(trimmed.left(trimmed.indexOf('='))) == wantKey)
+            if (parsed.keyLine < 0 && !trimmed.startsWith(';') &&
+                folded(trimmed.left(trimmed.indexOf('='))) == wantKey)
                 parsed.keyLine = index;
         }
         parsed.lines.push_back(std::move(line));
@@ -61,14 +62,12 @@ Parsed parse(const QByteArray& bytes, const QByteArray& section, const QByteArra
     return parsed;
 }
 
-QByteArray readAll(const QString& file)
-{
+QByteArray readAll(const QString& file) {
     QFile f(file);
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
 }
 
-QByteArray read(const QByteArray& section, const QByteArray& key, const QString& file)
-{
+QByteArray read(const QByteArray& section, const QByteArray& key, const QString& file) {
     const Parsed parsed = parse(readAll(file), section, key);
     if (parsed.keyLine < 0)
         return {};
@@ -76,8 +75,8 @@ QByteArray read(const QByteArray& section, const QByteArray& key, const QString&
     return line.mid(line.indexOf('=') + 1).trimmed().left(254);
 }
 
-bool write(const QByteArray& section, const QByteArray& key, const QByteArray& value, const QString& file)
-{
+bool write(const QByteArray& section, const QByteArray& key, const QByteArray& value,
+           const QString& file) {
     Parsed parsed = parse(readAll(file), section, key);
     const QByteArray entry = key + '=' + value;
     if (parsed.keyLine >= 0)
@@ -95,13 +94,12 @@ bool write(const QByteArray& section, const QByteArray& key, const QByteArray& v
     return f.open(QIODevice::WriteOnly | QIODevice::Truncate) && f.write(out) == out.size();
 }
 
-}  // namespace reference
+} // namespace reference
 
 double g_storeSaveNs = 0;
 double g_referenceSaveNs = 0;
 
-void BM_ReadOneKeyUnchangedFile(benchmark::State& state)
-{
+void BM_ReadOneKeyUnchangedFile(benchmark::State& state) {
     GameFile game;
     Globals::DropProfileCache();
     const QString section = QStringLiteral("DECK 4 PLAYER 5");
@@ -116,9 +114,7 @@ BENCHMARK(BM_ReadOneKeyUnchangedFile);
 
 // The order in which the deck page saves a deck, with values that differ on
 // every round so that each save really changes the file.
-template <typename Write>
-void saveDeck(int round, Write&& write)
-{
+template <typename Write> void saveDeck(int round, Write&& write) {
     const QByteArray r = QByteArray::number(round);
     write("decksize", QByteArray::number(150 + round % 50));
     write("img_back", "back" + r + ".bmp");
@@ -127,13 +123,13 @@ void saveDeck(int round, Write&& write)
     write("split", "false");
     write("draw_facedown", "false");
     for (int c = 1; c <= kCards; ++c)
-        write("card" + QByteArray::number(c), "(x2)card" + r + ".bmp,,Value=" + r + "|Colour=red|Power=12");
+        write("card" + QByteArray::number(c),
+              "(x2)card" + r + ".bmp,,Value=" + r + "|Colour=red|Power=12");
 }
 
 const char kDeck[] = "DECK 3 PLAYER 2";
 
-void BM_SaveDeckStore(benchmark::State& state)
-{
+void BM_SaveDeckStore(benchmark::State& state) {
     GameFile game;
     Globals::DropProfileCache();
     int round = 0;
@@ -141,20 +137,21 @@ void BM_SaveDeckStore(benchmark::State& state)
     for (auto _ : state) {
         ++round;
         saveDeck(round, [&](const QByteArray& key, const QByteArray& value) {
-            Globals::WriteProfileValue(kDeck, QString::fromLatin1(key), QString::fromLatin1(value), game.path);
+            Globals::WriteProfileValue(kDeck, QString::fromLatin1(key), QString::fromLatin1(value),
+                                       game.path);
         });
         Globals::FlushProfiles();
     }
-    g_storeSaveNs = std::chrono::duration<double, std::nano>(std::chrono::steady_clock::now() - start).count() /
-                    static_cast<double>(state.iterations());
+    g_storeSaveNs =
+        std::chrono::duration<double, std::nano>(std::chrono::steady_clock::now() - start).count() /
+        static_cast<double>(state.iterations());
     if (Globals::ReadProfileValue(kDeck, "deal", game.path) != QString::number(round % 7))
         state.SkipWithError("the last save did not reach the store");
     Globals::DropProfileCache();
 }
 BENCHMARK(BM_SaveDeckStore)->Unit(benchmark::kMillisecond);
 
-void BM_SaveDeckReference(benchmark::State& state)
-{
+void BM_SaveDeckReference(benchmark::State& state) {
     GameFile game;
     int round = 0;
     const auto start = std::chrono::steady_clock::now();
@@ -164,17 +161,17 @@ void BM_SaveDeckReference(benchmark::State& state)
             reference::write(kDeck, key, value, game.path);
         });
     }
-    g_referenceSaveNs = std::chrono::duration<double, std::nano>(std::chrono::steady_clock::now() - start).count() /
-                        static_cast<double>(state.iterations());
+    g_referenceSaveNs =
+        std::chrono::duration<double, std::nano>(std::chrono::steady_clock::now() - start).count() /
+        static_cast<double>(state.iterations());
     if (reference::read(kDeck, "deal", game.path) != QByteArray::number(round % 7))
         state.SkipWithError("the reference lost a write");
 }
 BENCHMARK(BM_SaveDeckReference)->Unit(benchmark::kMillisecond);
 
-}  // namespace
+} // namespace
 
-int main(int argc, char** argv)
-{
+int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 1;
@@ -183,8 +180,9 @@ int main(int argc, char** argv)
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
     if (g_storeSaveNs > 0 && g_referenceSaveNs > 0) {
-        std::printf("deck save: store %.2f ms, whole-file reference %.2f ms, ratio %.1f (goal >= 50)\n",
-                    g_storeSaveNs / 1e6, g_referenceSaveNs / 1e6, g_referenceSaveNs / g_storeSaveNs);
+        std::printf(
+            "deck save: store %.2f ms, whole-file reference %.2f ms, ratio %.1f (goal >= 50)\n",
+            g_storeSaveNs / 1e6, g_referenceSaveNs / 1e6, g_referenceSaveNs / g_storeSaveNs);
     }
     return 0;
 }

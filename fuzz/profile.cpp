@@ -16,12 +16,11 @@
 
 namespace {
 
-const std::array<QString, 9> kSections = {"GAME", "game", "Player 1", "a]b", "", " [x", "DECK 1 PLAYER 2",
-                                          "New 1", "NEW 2"};
+const std::array<QString, 9> kSections = {
+    "GAME", "game", "Player 1", "a]b", "", " [x", "DECK 1 PLAYER 2", "New 1", "NEW 2"};
 const std::array<QString, 7> kKeys = {"name", "NAME", "card1", "", " k ", "a b", "description"};
 
-QString valueFor(unsigned char pick)
-{
+QString valueFor(unsigned char pick) {
     switch (pick % 10) {
     case 0:
         return {};
@@ -47,8 +46,7 @@ QString valueFor(unsigned char pick)
 }
 
 // What a reader of the file gets back for a value as written.
-QString readBack(const QString& written, Globals::ProfileDetail::FileEncoding encoding)
-{
+QString readBack(const QString& written, Globals::ProfileDetail::FileEncoding encoding) {
     QString v = written;
     qsizetype lead = 0;
     while (lead < v.size() && (v[lead] == u' ' || v[lead] == u'\t'))
@@ -68,28 +66,27 @@ QString readBack(const QString& written, Globals::ProfileDetail::FileEncoding en
     return v.left(254);
 }
 
-[[noreturn]] void fail(const char* what, const QString& detail = {})
-{
+[[noreturn]] void fail(const char* what, const QString& detail = {}) {
     std::fprintf(stderr, "invariant broken: %s %s\n", what, qPrintable(detail));
     std::abort();
 }
 
-QByteArray bytesOf(const QString& file)
-{
+QByteArray bytesOf(const QString& file) {
     QFile f(file);
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
 }
 
-}  // namespace
+} // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
-{
-    static QTemporaryDir dir(QDir("/dev/shm").exists() ? "/dev/shm/zavik-fuzz-XXXXXX" : QDir::tempPath() + "/zavik-fuzz-XXXXXX");
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    static QTemporaryDir dir(QDir("/dev/shm").exists() ? "/dev/shm/zavik-fuzz-XXXXXX"
+                                                       : QDir::tempPath() + "/zavik-fuzz-XXXXXX");
     static const QString file = dir.filePath("fuzz.game");
     static bool handlerSet = false;
     if (!handlerSet) {
-        Globals::SetProfileWriteErrorHandler(
-            [](const QString& path, const QString& reason) { fail("write refused", path + ": " + reason); });
+        Globals::SetProfileWriteErrorHandler([](const QString& path, const QString& reason) {
+            fail("write refused", path + ": " + reason);
+        });
         handlerSet = true;
     }
     if (size == 0)
@@ -97,16 +94,19 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 
     const std::size_t ops = std::min<std::size_t>(data[0] % 6, (size - 1) / 3);
     const std::size_t fileSize = size - 1 - ops * 3;
-    const QByteArray original(reinterpret_cast<const char*>(data + 1), static_cast<qsizetype>(fileSize));
+    const QByteArray original(reinterpret_cast<const char*>(data + 1),
+                              static_cast<qsizetype>(fileSize));
     const uint8_t* opBytes = data + 1 + fileSize;
     {
         QFile f(file);
-        if (!f.open(QIODevice::WriteOnly | QIODevice::Truncate) || f.write(original) != original.size())
+        if (!f.open(QIODevice::WriteOnly | QIODevice::Truncate) ||
+            f.write(original) != original.size())
             fail("cannot set up the file");
     }
     Globals::DropProfileCache();
-    const auto encoding = original.startsWith("\xEF\xBB\xBF") ? Globals::ProfileDetail::FileEncoding::Utf8
-                                                              : Globals::ProfileDetail::FileEncoding::Ansi;
+    const auto encoding = original.startsWith("\xEF\xBB\xBF")
+                              ? Globals::ProfileDetail::FileEncoding::Utf8
+                              : Globals::ProfileDetail::FileEncoding::Ansi;
 
     // Reads of every name before any write.
     bool onlyNewSections = !original.toLower().contains("new ");

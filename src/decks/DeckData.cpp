@@ -35,10 +35,10 @@ void MainForm::LoadDeckData(const QString& section) {
 
 void MainForm::SaveDeckData(bool isCommonDeck, qint16 deckId) {
     const QString file = GameFilePath();
-    const QString section =
-        isCommonDeck ? QStringLiteral("COMMON ") + QString::number(deckId)
-                     : QStringLiteral("DECK ") + QString::number(deckId) +
-                           QStringLiteral(" PLAYER ") + QString::number(CurrentIndex);
+    const QString section = isCommonDeck
+                                ? QStringLiteral("COMMON ") + QString::number(deckId)
+                                : QStringLiteral("DECK ") + QString::number(deckId) +
+                                      QStringLiteral(" PLAYER ") + QString::number(CurrentIndex);
     const int rows = commonList->ListCount();
     WriteProfileValue(section, QStringLiteral("decksize"), QString::number(rows), file);
     WriteProfileValue(section, QStringLiteral("img_back"), backImg->List(0), file);

@@ -1,10 +1,10 @@
 // The Players Info page: how many players, their names, and a button to each
 // player's page that tells how many decks the file gives that player.
 
+#include "runtime/Runtime.h"
 #include "store/GamePath.h"
 #include "store/profile/ProfileStore.h"
 #include "store/profile/TextHelpers.h"
-#include "runtime/Runtime.h"
 #include "wizard/Globals.h"
 #include "wizard/MainForm.h"
 
@@ -54,8 +54,7 @@ void MainForm::UpdatePlayerList() {
         const QString decks = ReadProfileValue(QStringLiteral("PLAYER ") + QString::number(i),
                                                QStringLiteral("decks"), GameFilePath());
         PL_data[i - 1]->setCaption(QStringLiteral("Player # ") + QString::number(i) +
-                                   QStringLiteral(" data (") + deckCount(decks) +
-                                   QLatin1Char(')'));
+                                   QStringLiteral(" data (") + deckCount(decks) + QLatin1Char(')'));
         PL_data[i - 1]->setVisible(true);
     }
     const int m = std::max<int>(CInt(Val(PlNum->Text()) + 1), 1);

@@ -4,4 +4,6 @@
 
 // Both arrive with the property lists; navigation already calls them.
 void MainForm::showProperties() {}
-void MainForm::SaveProperties(const QString& file) { (void)file; }
+void MainForm::SaveProperties(const QString& file) {
+    (void)file;
+}

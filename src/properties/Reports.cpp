@@ -4,4 +4,6 @@
 
 // Both arrive with the reports; navigation already calls them.
 void MainForm::LoadReportCount() {}
-void MainForm::DisplayReport(qint16 index) { (void)index; }
+void MainForm::DisplayReport(qint16 index) {
+    (void)index;
+}

@@ -76,8 +76,8 @@ Control::Control(Form* form, const ControlSpec& spec, QWidget* widget)
     : m_form(form), m_kind(spec.kind), m_base(spec.name), m_index(spec.index), m_widget(widget),
       m_visible(!(spec.flags & Hidden)), m_left(spec.left), m_top(spec.top), m_width(spec.width),
       m_height(spec.height) {
-    m_widget->setObjectName(m_index < 0 ? m_base : m_base + QLatin1Char('_') +
-                                                       QString::number(m_index));
+    m_widget->setObjectName(m_index < 0 ? m_base
+                                        : m_base + QLatin1Char('_') + QString::number(m_index));
     m_widget->setProperty("rtControl", QVariant::fromValue(static_cast<void*>(this)));
     applyGeometry();
     m_widget->setVisible(m_visible);
@@ -97,8 +97,8 @@ Control::~Control() {
 }
 
 QString Control::name() const {
-    return m_index < 0 ? m_base : m_base + QLatin1Char('(') + QString::number(m_index) +
-                                      QLatin1Char(')');
+    return m_index < 0 ? m_base
+                       : m_base + QLatin1Char('(') + QString::number(m_index) + QLatin1Char(')');
 }
 
 void Control::setVisible(bool visible) {
@@ -107,8 +107,7 @@ void Control::setVisible(bool visible) {
 }
 
 void Control::applyGeometry() {
-    m_widget->setGeometry(toPixels(m_left), toPixels(m_top), toPixels(m_width),
-                          toPixels(m_height));
+    m_widget->setGeometry(toPixels(m_left), toPixels(m_top), toPixels(m_width), toPixels(m_height));
 }
 
 void Control::setLeft(int twips) {
@@ -128,15 +127,21 @@ void Control::setHeight(int twips) {
     applyGeometry();
 }
 
-void Control::ZOrder() { m_widget->raise(); }
+void Control::ZOrder() {
+    m_widget->raise();
+}
 
 void Control::fire(const std::function<void()>& event) const {
     if (event)
         event();
 }
 
-void Control::userClick() { fire(Click); }
-void Control::userDblClick() { fire(DblClick); }
+void Control::userClick() {
+    fire(Click);
+}
+void Control::userDblClick() {
+    fire(DblClick);
+}
 
 int Control::dispatchKeyPress(int ascii) {
     int key = ascii;

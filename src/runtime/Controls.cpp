@@ -19,7 +19,9 @@
 namespace rt {
 namespace {
 
-bool is(const QString& a, const char* b) { return a == QLatin1String(b); }
+bool is(const QString& a, const char* b) {
+    return a == QLatin1String(b);
+}
 
 QWidget* makeTextWidget(const ControlSpec& spec, QWidget* parent) {
     if (spec.flags & MultiLine) {
@@ -74,8 +76,8 @@ void TextBox::showText() {
     } else {
         QSignalBlocker block(m_multi);
         QString shown = m_text;
-        shown.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(QLatin1Char('\r'),
-                                                                          QLatin1Char('\n'));
+        shown.replace(QLatin1String("\r\n"), QLatin1String("\n"))
+            .replace(QLatin1Char('\r'), QLatin1Char('\n'));
         m_multi->setPlainText(shown);
     }
 }
@@ -99,7 +101,9 @@ void TextBox::setText(const QString& text) {
     fire(Change);
 }
 
-void TextBox::userEdit(const QString& text) { setText(text); }
+void TextBox::userEdit(const QString& text) {
+    setText(text);
+}
 
 void TextBox::applyKey(int ascii) {
     if (ascii == 8) {
@@ -156,7 +160,9 @@ ComboBox::ComboBox(Form* form, const ControlSpec& spec, QWidget* parent)
                          [this] { fire(Change); });
 }
 
-bool ComboBox::editable() const { return m_box->isEditable(); }
+bool ComboBox::editable() const {
+    return m_box->isEditable();
+}
 
 void ComboBox::AddItem(const QString& item) {
     QSignalBlocker block(m_box);
@@ -184,8 +190,12 @@ void ComboBox::RemoveItem(int index) {
         m_box->setEditText(text);
 }
 
-QString ComboBox::List(int index) const { return m_box->itemText(index); }
-int ComboBox::ListCount() const { return m_box->count(); }
+QString ComboBox::List(int index) const {
+    return m_box->itemText(index);
+}
+int ComboBox::ListCount() const {
+    return m_box->count();
+}
 
 int ComboBox::ListIndex() const {
     const int current = m_box->currentIndex();
@@ -207,7 +217,9 @@ void ComboBox::setListIndex(int index) {
     fire(Click);
 }
 
-QString ComboBox::Text() const { return m_box->currentText(); }
+QString ComboBox::Text() const {
+    return m_box->currentText();
+}
 
 void ComboBox::setText(const QString& text) {
     if (!editable()) {
@@ -225,9 +237,13 @@ void ComboBox::setText(const QString& text) {
     fire(Change);
 }
 
-void ComboBox::userPick(int row) { ListControl::userPick(row); }
+void ComboBox::userPick(int row) {
+    ListControl::userPick(row);
+}
 
-void ComboBox::userEdit(const QString& text) { setText(text); }
+void ComboBox::userEdit(const QString& text) {
+    setText(text);
+}
 
 void ComboBox::applyKey(int ascii) {
     if (!editable())
@@ -306,8 +322,12 @@ void ListBox::setList(int index, const QString& text) {
         row->setText(text);
 }
 
-int ListBox::ListCount() const { return m_list->count(); }
-int ListBox::ListIndex() const { return m_list->currentRow(); }
+int ListBox::ListCount() const {
+    return m_list->count();
+}
+int ListBox::ListIndex() const {
+    return m_list->currentRow();
+}
 
 void ListBox::setListIndex(int index) {
     QSignalBlocker block(m_list);
@@ -342,7 +362,9 @@ void ListBox::setSelected(int index, bool selected) {
         row->setSelected(selected);
 }
 
-QString ListBox::Text() const { return List(ListIndex()); }
+QString ListBox::Text() const {
+    return List(ListIndex());
+}
 
 void ListBox::userPick(int row) {
     if (row < 0 || row >= ListCount())
@@ -390,8 +412,8 @@ bool ListBox::setProperty(const QString& prop, int index, const QVariant& value)
 // ---- FileListBox ------------------------------------------------------------
 
 FileListBox::FileListBox(Form* form, const ControlSpec& spec, QWidget* parent)
-    : ListBox(form, spec, parent), m_pattern(spec.pattern.isEmpty() ? QStringLiteral("*.*")
-                                                                     : spec.pattern) {}
+    : ListBox(form, spec, parent),
+      m_pattern(spec.pattern.isEmpty() ? QStringLiteral("*.*") : spec.pattern) {}
 
 void FileListBox::setPath(const QString& path) {
     m_path = path;
@@ -442,7 +464,9 @@ CheckBox::CheckBox(Form* form, const ControlSpec& spec, QWidget* parent)
     });
 }
 
-QString CheckBox::Caption() const { return m_box->text(); }
+QString CheckBox::Caption() const {
+    return m_box->text();
+}
 
 void CheckBox::setValue(int value) {
     value = value ? 1 : 0;
@@ -456,7 +480,9 @@ void CheckBox::setValue(int value) {
     fire(Click);
 }
 
-void CheckBox::userClick() { setValue(1 - m_value); }
+void CheckBox::userClick() {
+    setValue(1 - m_value);
+}
 
 bool CheckBox::getProperty(const QString& prop, int index, QVariant& out) const {
     if (is(prop, "Value") && index < 0)
@@ -487,8 +513,7 @@ Label::Label(Form* form, const ControlSpec& spec, QWidget* parent)
     m_label->setWordWrap(true);
     if (spec.flags & BorderSingle)
         m_label->setMargin(2); // the text keeps clear of the border
-    m_label->setAlignment((spec.flags & Centred ? Qt::AlignHCenter : Qt::AlignLeft) |
-                          Qt::AlignTop);
+    m_label->setAlignment((spec.flags & Centred ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignTop);
     setCaption(spec.text);
 }
 
@@ -637,7 +662,9 @@ int PictureBox::TextHeight(const QString&) const {
     return toTwips(QFontMetrics(m_canvas->font()).height());
 }
 
-int PictureBox::ScaleWidth() const { return Width(); }
+int PictureBox::ScaleWidth() const {
+    return Width();
+}
 
 void PictureBox::setPicture(const QImage& image, const QString& path) {
     m_image = image;
@@ -686,7 +713,9 @@ CommonDialog::CommonDialog(Form* form, const ControlSpec& spec, QWidget* parent)
     setVisible(false);
 }
 
-void CommonDialog::ShowOpen() { m_fileName = rt::ShowOpen(m_filter); }
+void CommonDialog::ShowOpen() {
+    m_fileName = rt::ShowOpen(m_filter);
+}
 
 QString CommonDialog::FileTitle() const {
     return m_fileName.isEmpty() ? QString() : QFileInfo(m_fileName).fileName();

@@ -57,9 +57,8 @@ std::vector<Entry> entries(const QString& folder, bool withDirs) {
     QDir dir(folder.isEmpty() ? QStringLiteral("/") : folder);
     if (!dir.exists())
         return out;
-    const auto infos = dir.entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::System |
-                                             QDir::NoDotAndDotDot,
-                                         QDir::NoSort);
+    const auto infos = dir.entryInfoList(
+        QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::NoSort);
     for (const QFileInfo& info : infos) {
         if (info.isDir()) {
             if (withDirs)
@@ -76,8 +75,8 @@ std::vector<Entry> entries(const QString& folder, bool withDirs) {
 }
 
 void splitSpec(const QString& spec, QString& folder, QString& pattern) {
-    const qsizetype slash = std::max(spec.lastIndexOf(QLatin1Char('/')),
-                                     spec.lastIndexOf(QLatin1Char('\\')));
+    const qsizetype slash =
+        std::max(spec.lastIndexOf(QLatin1Char('/')), spec.lastIndexOf(QLatin1Char('\\')));
     if (slash < 0) {
         folder = QStringLiteral(".");
         pattern = spec;

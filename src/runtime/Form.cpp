@@ -100,16 +100,36 @@ Control* Form::makeControl(const ControlSpec& s) {
     }
     std::unique_ptr<Control> c;
     switch (s.kind) {
-    case Kind::TextBox: c = std::make_unique<TextBox>(this, s, parent); break;
-    case Kind::ComboBox: c = std::make_unique<ComboBox>(this, s, parent); break;
-    case Kind::ListBox: c = std::make_unique<ListBox>(this, s, parent); break;
-    case Kind::FileListBox: c = std::make_unique<FileListBox>(this, s, parent); break;
-    case Kind::CheckBox: c = std::make_unique<CheckBox>(this, s, parent); break;
-    case Kind::Label: c = std::make_unique<Label>(this, s, parent); break;
-    case Kind::CommandButton: c = std::make_unique<CommandButton>(this, s, parent); break;
-    case Kind::Frame: c = std::make_unique<Frame>(this, s, parent); break;
-    case Kind::PictureBox: c = std::make_unique<PictureBox>(this, s, parent); break;
-    case Kind::CommonDialog: c = std::make_unique<CommonDialog>(this, s, parent); break;
+    case Kind::TextBox:
+        c = std::make_unique<TextBox>(this, s, parent);
+        break;
+    case Kind::ComboBox:
+        c = std::make_unique<ComboBox>(this, s, parent);
+        break;
+    case Kind::ListBox:
+        c = std::make_unique<ListBox>(this, s, parent);
+        break;
+    case Kind::FileListBox:
+        c = std::make_unique<FileListBox>(this, s, parent);
+        break;
+    case Kind::CheckBox:
+        c = std::make_unique<CheckBox>(this, s, parent);
+        break;
+    case Kind::Label:
+        c = std::make_unique<Label>(this, s, parent);
+        break;
+    case Kind::CommandButton:
+        c = std::make_unique<CommandButton>(this, s, parent);
+        break;
+    case Kind::Frame:
+        c = std::make_unique<Frame>(this, s, parent);
+        break;
+    case Kind::PictureBox:
+        c = std::make_unique<PictureBox>(this, s, parent);
+        break;
+    case Kind::CommonDialog:
+        c = std::make_unique<CommonDialog>(this, s, parent);
+        break;
     }
     QWidget* w = c->widget();
     w->setFont(fontFor(s.flags));
@@ -173,10 +193,18 @@ void Form::setCaption(const QString& caption) {
     setWindowTitle(caption);
 }
 
-int Form::Width() const { return toTwips(frameGeometry().width()); }
-int Form::Height() const { return toTwips(frameGeometry().height()); }
-int Form::Left() const { return toTwips(frameGeometry().x()); }
-int Form::Top() const { return toTwips(frameGeometry().y()); }
+int Form::Width() const {
+    return toTwips(frameGeometry().width());
+}
+int Form::Height() const {
+    return toTwips(frameGeometry().height());
+}
+int Form::Left() const {
+    return toTwips(frameGeometry().x());
+}
+int Form::Top() const {
+    return toTwips(frameGeometry().y());
+}
 
 void Form::setWidth(int twips) {
     const int frame = frameGeometry().width() - width();
@@ -206,7 +234,9 @@ int Form::ScaleHeight() const {
     return toPixels(m_clientHeight) == height() ? m_clientHeight : toTwips(height());
 }
 
-void Form::resizeEvent(QResizeEvent* event) { QWidget::resizeEvent(event); }
+void Form::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+}
 
 void Form::centre() {
     if (const QScreen* screen = QGuiApplication::primaryScreen()) {
@@ -342,6 +372,8 @@ const FormSpec* findFormSpec(const QString& name) {
     return nullptr;
 }
 
-const std::vector<const FormSpec*>& allFormSpecs() { return specs(); }
+const std::vector<const FormSpec*>& allFormSpecs() {
+    return specs();
+}
 
 } // namespace rt

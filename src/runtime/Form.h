@@ -98,7 +98,9 @@ Form* Load(const QString& name);
 Form* loadedForm(const QString& name);
 std::vector<Form*> loadedForms();
 
-template <class F> F* Load() { return static_cast<F*>(Load(QString::fromLatin1(F::Name))); }
+template <class F> F* Load() {
+    return static_cast<F*>(Load(QString::fromLatin1(F::Name)));
+}
 template <class F> F* loaded() {
     return static_cast<F*>(loadedForm(QString::fromLatin1(F::Name)));
 }

@@ -37,15 +37,15 @@ enum Flag : unsigned {
 };
 
 struct ControlSpec {
-    QString name;  // catalogue name without index
-    int index;     // element of a control array, -1 for a plain control
+    QString name; // catalogue name without index
+    int index;    // element of a control array, -1 for a plain control
     Kind kind;
-    QString text;  // Caption or Text at start
+    QString text;                 // Caption or Text at start
     int left, top, width, height; // twips, relative to the parent
-    QString parent; // "" for the form, else a control name such as "Wiz(0)"
+    QString parent;               // "" for the form, else a control name such as "Wiz(0)"
     unsigned flags = 0;
-    QRgb back = 0;     // 0: the kind's default colour
-    QString items = {}; // initial items of a list or combo, separated by "|"
+    QRgb back = 0;        // 0: the kind's default colour
+    QString items = {};   // initial items of a list or combo, separated by "|"
     QString pattern = {}; // FileListBox
 };
 

@@ -22,7 +22,9 @@ bool g_inActionEnd = false;
 
 } // namespace
 
-QString AppPath() { return g_appPath; }
+QString AppPath() {
+    return g_appPath;
+}
 
 void setAppPath(const QString& path) {
     g_appPath = path;
@@ -39,11 +41,19 @@ double twipsPerPixel() {
     return g_tpp;
 }
 
-void setTwipsPerPixel(double tpp) { g_tpp = tpp; }
-int toPixels(double twips) { return qRound(twips / twipsPerPixel()); }
-int toTwips(int pixels) { return qRound(pixels * twipsPerPixel()); }
+void setTwipsPerPixel(double tpp) {
+    g_tpp = tpp;
+}
+int toPixels(double twips) {
+    return qRound(twips / twipsPerPixel());
+}
+int toTwips(int pixels) {
+    return qRound(pixels * twipsPerPixel());
+}
 
-QString programName() { return QStringLiteral("Zavik Wizard"); }
+QString programName() {
+    return QStringLiteral("Zavik Wizard");
+}
 
 Hooks& hooks() {
     static Hooks h;
@@ -53,8 +63,8 @@ Hooks& hooks() {
 void installDefaultHooks() {
     Hooks& h = hooks();
     h.msgBox = [](const QString& text, int style) {
-        QMessageBox box(style & 64 ? QMessageBox::Information : QMessageBox::NoIcon,
-                        programName(), text, QMessageBox::Ok, activeForm());
+        QMessageBox box(style & 64 ? QMessageBox::Information : QMessageBox::NoIcon, programName(),
+                        text, QMessageBox::Ok, activeForm());
         box.exec();
     };
     h.modalWait = [](Form* form) {
@@ -87,7 +97,9 @@ QString ShowOpen(const QString& filter) {
     return hooks().showOpen ? hooks().showOpen(filter) : QString();
 }
 
-void addActionEndHook(std::function<void()> hook) { g_actionEndHooks.push_back(std::move(hook)); }
+void addActionEndHook(std::function<void()> hook) {
+    g_actionEndHooks.push_back(std::move(hook));
+}
 
 void actionEnded() {
     if (g_inActionEnd)
@@ -116,8 +128,7 @@ void raiseForm(Form* form) {
 }
 
 void dropForm(Form* form) {
-    std::erase_if(formStack(),
-                  [form](const QPointer<Form>& f) { return f.isNull() || f == form; });
+    std::erase_if(formStack(), [form](const QPointer<Form>& f) { return f.isNull() || f == form; });
 }
 
 Form* activeForm() {

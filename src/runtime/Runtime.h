@@ -24,7 +24,7 @@ int toTwips(int pixels);
 // The three places where a test driver stands in for the user.
 struct Hooks {
     std::function<void(const QString& text, int style)> msgBox;
-    std::function<void(Form* form)> modalWait; // returns once the form is unloaded
+    std::function<void(Form* form)> modalWait;              // returns once the form is unloaded
     std::function<QString(const QString& filter)> showOpen; // the chosen path, "" on cancel
 };
 Hooks& hooks();

@@ -14,7 +14,9 @@ namespace {
 const QString Game = QStringLiteral("GAME");
 
 // The game file knows at most six players; a larger count from a file stops there.
-int playerRows(const QString& count) { return std::min<int>(CInt(Val(count)), 6); }
+int playerRows(const QString& count) {
+    return std::min<int>(CInt(Val(count)), 6);
+}
 
 } // namespace
 

@@ -65,4 +65,6 @@ void MainForm::SetDesktopImage_Click() {
         DeskTopImage->setCaption(SelectedImage);
 }
 
-void MainForm::Command10_Click() { LoadGameDialog(); }
+void MainForm::Command10_Click() {
+    LoadGameDialog();
+}

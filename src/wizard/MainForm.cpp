@@ -12,7 +12,9 @@ namespace {
 QPointer<MainForm> g_mainForm;
 } // namespace
 
-MainForm* mainForm() { return g_mainForm.data(); }
+MainForm* mainForm() {
+    return g_mainForm.data();
+}
 
 MainForm::MainForm() : rt::Form(wizard::mainFormSpec()) {
     g_mainForm = this;

@@ -11,9 +11,13 @@ using namespace Globals;
 
 namespace {
 
-QString num(qint64 n) { return QString::number(n); }
+QString num(qint64 n) {
+    return QString::number(n);
+}
 
-QString commonSection(qint16 deck) { return QStringLiteral("COMMON ") + num(deck); }
+QString commonSection(qint16 deck) {
+    return QStringLiteral("COMMON ") + num(deck);
+}
 
 QString playerDeckSection(qint16 deck, qint16 player) {
     return QStringLiteral("DECK ") + num(deck) + QStringLiteral(" PLAYER ") + num(player);

@@ -9,9 +9,9 @@
 #include "wizard/MainForm.h"
 
 #include <QApplication>
-#include <QFont>
 #include <QDir>
 #include <QEvent>
+#include <QFont>
 
 namespace wizard {
 
@@ -24,8 +24,8 @@ void registerForms() {
     rt::registerForm(QStringLiteral("CheckForm"), [] { return new CheckForm; });
     rt::registerForm(QStringLiteral("ShowImgList"), [] { return new ShowImgList; });
     // Forms whose handlers come with later pages are built from their tables.
-    for (const rt::FormSpec* spec : {&cardDetailFormSpec(), &advancedDeckPropFormSpec(),
-                                     &showCrdFormSpec(), &treeFormSpec()})
+    for (const rt::FormSpec* spec :
+         {&cardDetailFormSpec(), &advancedDeckPropFormSpec(), &showCrdFormSpec(), &treeFormSpec()})
         rt::registerForm(spec->name, [spec] { return new rt::Form(*spec); });
 }
 

@@ -14,14 +14,12 @@ using Globals::WriteProfileValue;
 
 namespace {
 
-void setMode(const QString& file, mode_t mode)
-{
+void setMode(const QString& file, mode_t mode) {
     ASSERT_EQ(::chmod(QFile::encodeName(file).constData(), mode), 0);
 }
 
 // Moves the modification time on, as a second save by another program would.
-void touchLater(const QString& file, int seconds)
-{
+void touchLater(const QString& file, int seconds) {
     struct stat st = {};
     ASSERT_EQ(::stat(QFile::encodeName(file).constData(), &st), 0);
     struct timespec times[2] = {st.st_atim, st.st_mtim};
@@ -29,14 +27,13 @@ void touchLater(const QString& file, int seconds)
     ASSERT_EQ(::utimensat(AT_FDCWD, QFile::encodeName(file).constData(), times, 0), 0);
 }
 
-}  // namespace
+} // namespace
 
-TEST_F(StoreTest, ReadOnlyFileRefusesEveryWriteEvenForRoot)
-{
+TEST_F(StoreTest, ReadOnlyFileRefusesEveryWriteEvenForRoot) {
     const QString file = path("ro.game");
     const QByteArray original = "[GAME]\r\nname=Duel\r\n";
     put(file, original);
-    EXPECT_EQ(ReadProfileValue("GAME", "name", file), "Duel");  // parsed while still writable
+    EXPECT_EQ(ReadProfileValue("GAME", "name", file), "Duel"); // parsed while still writable
     setMode(file, 0444);
 
     EXPECT_EQ(WriteProfileValue("GAME", "name", "Trio", file), 0);
@@ -49,8 +46,7 @@ TEST_F(StoreTest, ReadOnlyFileRefusesEveryWriteEvenForRoot)
     EXPECT_EQ(errors[0].second, "the file is read-only");
 }
 
-TEST_F(StoreTest, MissingFolderOrVanishedFolderLosesNothingAndSaysWhy)
-{
+TEST_F(StoreTest, MissingFolderOrVanishedFolderLosesNothingAndSaysWhy) {
     const QString file = path("nowhere/x.game");
     EXPECT_EQ(WriteProfileValue("GAME", "name", "Duel", file), 0);
     FlushProfiles();
@@ -73,8 +69,7 @@ TEST_F(StoreTest, MissingFolderOrVanishedFolderLosesNothingAndSaysWhy)
     EXPECT_EQ(errors.size(), 2u) << "a failed flush leaves nothing pending";
 }
 
-TEST_F(StoreTest, ChangesByAnotherProgramAreSeenAndKept)
-{
+TEST_F(StoreTest, ChangesByAnotherProgramAreSeenAndKept) {
     const QString file = path("shared.game");
     put(file, "[GAME]\r\nname=Duel\r\n");
     EXPECT_EQ(ReadProfileValue("GAME", "name", file), "Duel");
@@ -98,8 +93,7 @@ TEST_F(StoreTest, ChangesByAnotherProgramAreSeenAndKept)
     EXPECT_EQ(bytesOf(file), "[GAME]\r\nname=Trio\r\nother=theirs\r\nplayers=2\r\n");
 }
 
-TEST_F(StoreTest, ReplaceKeepsLinksAndPermissions)
-{
+TEST_F(StoreTest, ReplaceKeepsLinksAndPermissions) {
     ASSERT_TRUE(QDir(dir.path()).mkdir("real"));
     const QString target = path("real/target.game");
     const QString link = path("link.game");
@@ -124,8 +118,7 @@ TEST_F(StoreTest, ReplaceKeepsLinksAndPermissions)
 
 namespace {
 
-QByteArray deckVersion(int version)
-{
+QByteArray deckVersion(int version) {
     QByteArray text = "[GAME]\r\nname=Crash\r\n[COMMON 1]\r\n";
     for (int card = 1; card <= 2000; ++card)
         text += "card" + QByteArray::number(card) + "=v" + QByteArray::number(version) +
@@ -133,10 +126,9 @@ QByteArray deckVersion(int version)
     return text;
 }
 
-}  // namespace
+} // namespace
 
-TEST_F(StoreTest, KilledSaveLeavesTheOldOrTheNewFileWhole)
-{
+TEST_F(StoreTest, KilledSaveLeavesTheOldOrTheNewFileWhole) {
     const QString file = path("crash.game");
     int newest = 0;
     for (int delayMs : {1, 7, 23, 61, 250}) {
@@ -147,9 +139,11 @@ TEST_F(StoreTest, KilledSaveLeavesTheOldOrTheNewFileWhole)
         if (child == 0) {
             for (int version = 1;; ++version) {
                 for (int card = 1; card <= 2000; ++card)
-                    WriteProfileValue("COMMON 1", QStringLiteral("card%1").arg(card),
-                                      QStringLiteral("v%1-(x2)card.bmp,,Value=3|Colour=red|Power=12").arg(version),
-                                      file);
+                    WriteProfileValue(
+                        "COMMON 1", QStringLiteral("card%1").arg(card),
+                        QStringLiteral("v%1-(x2)card.bmp,,Value=3|Colour=red|Power=12")
+                            .arg(version),
+                        file);
                 FlushProfiles();
             }
         }

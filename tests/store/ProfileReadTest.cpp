@@ -4,29 +4,27 @@
 
 using Globals::ReadProfileValue;
 
-TEST_F(StoreTest, ReadsHandWrittenFileAsWindowsDoes)
-{
+TEST_F(StoreTest, ReadsHandWrittenFileAsWindowsDoes) {
     const QString file = path("odd.game");
-    put(file,
-        "; name=not a key\r\n"
-        "[ Game ]  \r\n"
-        "  Name =  Duel  \r\n"
-        "quoted=\"  padded  \"\r\n"
-        "single='x'\r\n"
-        "lonequote=\"\r\n"
-        "mismatched=\"abc'\r\n"
-        "novalue\r\n"
-        "card1=(x2)a.bmp,,Value=3|Colour=red\r\n"
-        "name=second\r\n"
-        "   ;indented=comment\r\n"
-        "[GAME]\r\n"
-        "extra=from the second section\r\n"
-        "[Player 1]\r\n"
-        "\ttab\t=\tvalue\twith tab\t\r\n"
-        "[a]b]\r\n"
-        "k=in a]b\r\n"
-        "[\xE4rger]\r\n"
-        "k=accented\r\n");
+    put(file, "; name=not a key\r\n"
+              "[ Game ]  \r\n"
+              "  Name =  Duel  \r\n"
+              "quoted=\"  padded  \"\r\n"
+              "single='x'\r\n"
+              "lonequote=\"\r\n"
+              "mismatched=\"abc'\r\n"
+              "novalue\r\n"
+              "card1=(x2)a.bmp,,Value=3|Colour=red\r\n"
+              "name=second\r\n"
+              "   ;indented=comment\r\n"
+              "[GAME]\r\n"
+              "extra=from the second section\r\n"
+              "[Player 1]\r\n"
+              "\ttab\t=\tvalue\twith tab\t\r\n"
+              "[a]b]\r\n"
+              "k=in a]b\r\n"
+              "[\xE4rger]\r\n"
+              "k=accented\r\n");
 
     EXPECT_EQ(ReadProfileValue("GAME", "name", file), "Duel");
     EXPECT_EQ(ReadProfileValue("game", "NAME", file), "Duel");
@@ -43,16 +41,17 @@ TEST_F(StoreTest, ReadsHandWrittenFileAsWindowsDoes)
     EXPECT_EQ(ReadProfileValue("PLAYER 1", "TAB", file), "value\twith tab");
     EXPECT_EQ(ReadProfileValue("a]b", "k", file), "in a]b");
     EXPECT_EQ(ReadProfileValue(QString::fromUtf8("ärger"), "k", file), "accented");
-    EXPECT_EQ(ReadProfileValue(QString::fromUtf8("ÄRGER"), "k", file), "") << "only ASCII letters fold";
+    EXPECT_EQ(ReadProfileValue(QString::fromUtf8("ÄRGER"), "k", file), "")
+        << "only ASCII letters fold";
 
     EXPECT_EQ(ReadProfileValue("GAME", "missing", file), "");
     EXPECT_EQ(ReadProfileValue("NOSECTION", "name", file), "");
     EXPECT_EQ(ReadProfileValue("GAME", "name", path("absent.game")), "");
-    EXPECT_EQ(ReadProfileValue("GAME", "name", dir.path()), "") << "a folder reads as an empty file";
+    EXPECT_EQ(ReadProfileValue("GAME", "name", dir.path()), "")
+        << "a folder reads as an empty file";
 }
 
-TEST_F(StoreTest, AnyLineEndEndsALine)
-{
+TEST_F(StoreTest, AnyLineEndEndsALine) {
     const QString cr = path("cr.game");
     const QString lf = path("lf.game");
     const QString mixed = path("mixed.game");
@@ -68,8 +67,7 @@ TEST_F(StoreTest, AnyLineEndEndsALine)
     EXPECT_EQ(ReadProfileValue("B", "z", mixed), "3");
 }
 
-TEST_F(StoreTest, LongValuesNulBytesAndJunkNeverBreakAReader)
-{
+TEST_F(StoreTest, LongValuesNulBytesAndJunkNeverBreakAReader) {
     const QString file = path("long.game");
     const QByteArray value300(300, 'v');
     const QByteArray huge = QByteArray(3 * 1024 * 1024, 'h');
@@ -82,7 +80,8 @@ TEST_F(StoreTest, LongValuesNulBytesAndJunkNeverBreakAReader)
 
     // Random bytes, weighted towards the characters the parser cares about.
     std::mt19937 rng(1234);
-    const char alphabet[] = "[]=;\"' \t\r\n\0\x80\xFF" "ab";
+    const char alphabet[] = "[]=;\"' \t\r\n\0\x80\xFF"
+                            "ab";
     QByteArray junk;
     for (int i = 0; i < 100000; ++i)
         junk.append(alphabet[rng() % (sizeof alphabet - 1)]);
@@ -97,8 +96,7 @@ TEST_F(StoreTest, LongValuesNulBytesAndJunkNeverBreakAReader)
     EXPECT_EQ(ReadProfileValue("Fresh", "key", junkFile), "value");
 }
 
-TEST_F(StoreTest, TextCrossesAsWindows1252UnlessTheFileIsUtf8)
-{
+TEST_F(StoreTest, TextCrossesAsWindows1252UnlessTheFileIsUtf8) {
     const QString ansi = path("ansi.game");
     ASSERT_EQ(save("GAME", "name", QString::fromUtf8("€uro café Ω 😀"), ansi), 1);
     EXPECT_EQ(bytesOf(ansi), "[GAME]\r\nname=\x80uro caf\xE9 ? ?\r\n");

@@ -4,24 +4,22 @@ using Globals::FlushProfiles;
 using Globals::ReadProfileValue;
 using Globals::WriteProfileValue;
 
-TEST_F(StoreTest, WriteChangesOnlyTheLineOfTheKey)
-{
+TEST_F(StoreTest, WriteChangesOnlyTheLineOfTheKey) {
     const QString file = path("keep.game");
-    const QByteArray original =
-        "; made by hand\r\n"
-        "\r\n"
-        "[GAME]\r\n"
-        "  Name =  Duel  \r\n"
-        "unknown=stays\r\n"
-        "NAME=shadowed\r\n"
-        "\r\n"
-        "[player 2]\r\n"
-        "NAME=x\r\n"
-        "bare\r\n"
-        "[Game]\r\n"
-        "players=9\r\n"
-        "[Outside]\r\n"
-        "k = v\r\n";
+    const QByteArray original = "; made by hand\r\n"
+                                "\r\n"
+                                "[GAME]\r\n"
+                                "  Name =  Duel  \r\n"
+                                "unknown=stays\r\n"
+                                "NAME=shadowed\r\n"
+                                "\r\n"
+                                "[player 2]\r\n"
+                                "NAME=x\r\n"
+                                "bare\r\n"
+                                "[Game]\r\n"
+                                "players=9\r\n"
+                                "[Outside]\r\n"
+                                "k = v\r\n";
     put(file, original);
 
     ASSERT_EQ(save("game", "name", "Trio", file), 1);
@@ -49,8 +47,7 @@ TEST_F(StoreTest, WriteChangesOnlyTheLineOfTheKey)
     EXPECT_EQ(ReadProfileValue("player 2", "BARE", file), "now set");
 }
 
-TEST_F(StoreTest, NewFilesSectionsAndKeysLandWhereExpected)
-{
+TEST_F(StoreTest, NewFilesSectionsAndKeysLandWhereExpected) {
     const QString file = path("new.game");
     ASSERT_EQ(WriteProfileValue("GAME", "name", "Duel", file), 1);
     ASSERT_EQ(WriteProfileValue("Player 1", "name", "North", file), 1);
@@ -84,8 +81,7 @@ TEST_F(StoreTest, NewFilesSectionsAndKeysLandWhereExpected)
     EXPECT_EQ(bytesOf(headerOnly), "[A]\r\ny=2\r\n");
 }
 
-TEST_F(StoreTest, ValuesGoInVerbatimAfterTheirLeadingBlanks)
-{
+TEST_F(StoreTest, ValuesGoInVerbatimAfterTheirLeadingBlanks) {
     const QString file = path("values.game");
     ASSERT_EQ(WriteProfileValue("GAME", "empty", "", file), 1);
     ASSERT_EQ(WriteProfileValue("GAME", "padded", " \t text with = and \"quotes\" ", file), 1);
@@ -123,8 +119,7 @@ TEST_F(StoreTest, ValuesGoInVerbatimAfterTheirLeadingBlanks)
     EXPECT_EQ(errors.size(), 2u);
 }
 
-TEST_F(StoreTest, WritingTheHeldValueTouchesNothing)
-{
+TEST_F(StoreTest, WritingTheHeldValueTouchesNothing) {
     const QString file = path("same.game");
     put(file, "[GAME]\r\nname = Duel  \r\nempty=\r\n");
     const struct stat before = statOf(file);

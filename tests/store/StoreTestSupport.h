@@ -16,45 +16,41 @@
 // A fresh folder and a fresh store for every test, with every error report kept.
 class StoreTest : public ::testing::Test {
 protected:
-    void SetUp() override
-    {
+    void SetUp() override {
         ASSERT_TRUE(dir.isValid());
         Globals::DropProfileCache();
-        Globals::SetProfileWriteErrorHandler(
-            [this](const QString& file, const QString& reason) { errors.emplace_back(file, reason); });
+        Globals::SetProfileWriteErrorHandler([this](const QString& file, const QString& reason) {
+            errors.emplace_back(file, reason);
+        });
     }
 
-    void TearDown() override
-    {
+    void TearDown() override {
         Globals::SetProfileWriteErrorHandler(nullptr);
         Globals::DropProfileCache();
     }
 
     QString path(const QString& name) const { return dir.filePath(name); }
 
-    static void put(const QString& file, const QByteArray& bytes)
-    {
+    static void put(const QString& file, const QByteArray& bytes) {
         QFile f(file);
         ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
         ASSERT_EQ(f.write(bytes), bytes.size());
     }
 
-    static QByteArray bytesOf(const QString& file)
-    {
+    static QByteArray bytesOf(const QString& file) {
         QFile f(file);
         return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
     }
 
-    static struct stat statOf(const QString& file)
-    {
+    static struct stat statOf(const QString& file) {
         struct stat st {};
         ::lstat(QFile::encodeName(file).constData(), &st);
         return st;
     }
 
     // Writes one value and flushes it, the way one user action does.
-    static int save(const QString& section, const QString& key, const QString& value, const QString& file)
-    {
+    static int save(const QString& section, const QString& key, const QString& value,
+                    const QString& file) {
         const int accepted = Globals::WriteProfileValue(section, key, value, file);
         Globals::FlushProfiles();
         return accepted;

@@ -6,16 +6,15 @@
 
 using namespace Globals;
 
-TEST(TextHelpers, GetFieldSplitsAsTheTableSays)
-{
+TEST(TextHelpers, GetFieldSplitsAsTheTableSays) {
     struct Row {
         const char* text;
         qint16 n;
         const char* field;
     };
-    for (const Row& row : {Row{"a,b", 1, "a"}, Row{"a,b", 2, "b"}, Row{"a,b", 3, ""}, Row{"a,,c", 2, ""},
-                           Row{"a,,c", 3, "c"}, Row{"a,b,", 3, ""}, Row{"", 1, ""}, Row{"a,b", 0, ""},
-                           Row{"a,b", -4, ""}})
+    for (const Row& row : {Row{"a,b", 1, "a"}, Row{"a,b", 2, "b"}, Row{"a,b", 3, ""},
+                           Row{"a,,c", 2, ""}, Row{"a,,c", 3, "c"}, Row{"a,b,", 3, ""},
+                           Row{"", 1, ""}, Row{"a,b", 0, ""}, Row{"a,b", -4, ""}})
         EXPECT_EQ(GetField(row.text, row.n), row.field) << row.text << " field " << row.n;
 
     const QString card = "(x4)knight.bmp,,Value=3|Colour=red";
@@ -35,8 +34,7 @@ TEST(TextHelpers, GetFieldSplitsAsTheTableSays)
     EXPECT_EQ(delim, ",") << "an empty delimiter becomes a comma for the caller too";
 }
 
-TEST(TextHelpers, ValReadsTheLeadingNumber)
-{
+TEST(TextHelpers, ValReadsTheLeadingNumber) {
     EXPECT_EQ(Val("12) "), 12.0);
     EXPECT_DOUBLE_EQ(Val("3.7"), 3.7);
     EXPECT_DOUBLE_EQ(Val("-2.5x"), -2.5);
@@ -50,8 +48,7 @@ TEST(TextHelpers, ValReadsTheLeadingNumber)
     EXPECT_GT(Val(QString(400, u'9')), 1e300);
 }
 
-TEST(TextHelpers, CIntRoundsHalvesToEvenAndSaturates)
-{
+TEST(TextHelpers, CIntRoundsHalvesToEvenAndSaturates) {
     EXPECT_EQ(CInt(0.5), 0);
     EXPECT_EQ(CInt(1.5), 2);
     EXPECT_EQ(CInt(2.5), 2);
@@ -70,8 +67,7 @@ TEST(TextHelpers, CIntRoundsHalvesToEvenAndSaturates)
     EXPECT_EQ(CInt(std::numeric_limits<double>::quiet_NaN()), 0);
 }
 
-TEST(TextHelpers, TrimTakesSpacesOnlyAndUCaseCapitalises)
-{
+TEST(TextHelpers, TrimTakesSpacesOnlyAndUCaseCapitalises) {
     EXPECT_EQ(Trim("  a b  "), "a b");
     EXPECT_EQ(Trim("\t a \t"), "\t a \t");
     EXPECT_EQ(Trim("   "), "");

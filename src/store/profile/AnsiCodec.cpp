@@ -10,14 +10,12 @@ namespace {
 // undefined map to the C1 control of the same number, as Windows itself does
 // when it converts, so that such bytes survive a read and a write unchanged.
 constexpr std::array<char16_t, 32> kHighBlock = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
-    0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
-    0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
-    0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,
 };
 
-char encodeAnsiChar(char16_t c)
-{
+char encodeAnsiChar(char16_t c) {
     if (c < 0x80 || (c >= 0xA0 && c <= 0xFF))
         return static_cast<char>(c);
     for (std::size_t i = 0; i < kHighBlock.size(); ++i) {
@@ -27,10 +25,9 @@ char encodeAnsiChar(char16_t c)
     return '?';
 }
 
-}  // namespace
+} // namespace
 
-QByteArray encodeText(const QString& text, FileEncoding encoding)
-{
+QByteArray encodeText(const QString& text, FileEncoding encoding) {
     if (encoding == FileEncoding::Utf8)
         return text.toUtf8();
     QByteArray out;
@@ -52,8 +49,7 @@ QByteArray encodeText(const QString& text, FileEncoding encoding)
     return out;
 }
 
-QString decodeText(const char* data, qsizetype size, FileEncoding encoding)
-{
+QString decodeText(const char* data, qsizetype size, FileEncoding encoding) {
     if (encoding == FileEncoding::Utf8)
         return QString::fromUtf8(data, size);
     QString out(size, Qt::Uninitialized);
@@ -65,4 +61,4 @@ QString decodeText(const char* data, qsizetype size, FileEncoding encoding)
     return out;
 }
 
-}  // namespace Globals::ProfileDetail
+} // namespace Globals::ProfileDetail

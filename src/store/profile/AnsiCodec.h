@@ -12,4 +12,4 @@ enum class FileEncoding { Ansi, Utf8 };
 QByteArray encodeText(const QString& text, FileEncoding encoding);
 QString decodeText(const char* data, qsizetype size, FileEncoding encoding);
 
-}  // namespace Globals::ProfileDetail
+} // namespace Globals::ProfileDetail

@@ -9,8 +9,7 @@ namespace Globals::ProfileDetail {
 
 namespace {
 
-mode_t creationMask()
-{
+mode_t creationMask() {
     // umask can only be read by setting it; do it once.
     static const mode_t mask = [] {
         const mode_t m = ::umask(022);
@@ -20,8 +19,7 @@ mode_t creationMask()
     return mask;
 }
 
-bool writeAll(int fd, const char* data, qsizetype size)
-{
+bool writeAll(int fd, const char* data, qsizetype size) {
     while (size > 0) {
         const ssize_t n = ::write(fd, data, static_cast<std::size_t>(size));
         if (n < 0) {
@@ -35,15 +33,13 @@ bool writeAll(int fd, const char* data, qsizetype size)
     return true;
 }
 
-}  // namespace
+} // namespace
 
-QString errnoText(int error)
-{
+QString errnoText(int error) {
     return QString::fromLocal8Bit(std::strerror(error));
 }
 
-QByteArray parentFolder(const QByteArray& path)
-{
+QByteArray parentFolder(const QByteArray& path) {
     const qsizetype slash = path.lastIndexOf('/');
     if (slash < 0)
         return QByteArrayLiteral(".");
@@ -52,15 +48,15 @@ QByteArray parentFolder(const QByteArray& path)
     return path.left(slash);
 }
 
-QByteArray resolveLinks(const QByteArray& path)
-{
+QByteArray resolveLinks(const QByteArray& path) {
     QByteArray current = path;
     for (int hops = 0; hops < 40; ++hops) {
         struct stat st {};
         if (::lstat(current.constData(), &st) != 0 || !S_ISLNK(st.st_mode))
             return current;
         QByteArray target(st.st_size > 0 ? st.st_size + 1 : 4096, '\0');
-        const ssize_t n = ::readlink(current.constData(), target.data(), static_cast<std::size_t>(target.size()));
+        const ssize_t n =
+            ::readlink(current.constData(), target.data(), static_cast<std::size_t>(target.size()));
         if (n <= 0)
             return current;
         target.truncate(n);
@@ -70,8 +66,7 @@ QByteArray resolveLinks(const QByteArray& path)
 }
 
 std::optional<QString> replaceFile(const QByteArray& path, const QByteArray& bytes,
-                                   const struct stat* existing)
-{
+                                   const struct stat* existing) {
     const QByteArray folder = parentFolder(path);
     const qsizetype slash = path.lastIndexOf('/');
     QByteArray pattern = folder + "/." + path.mid(slash + 1) + ".XXXXXX";
@@ -115,4 +110,4 @@ std::optional<QString> replaceFile(const QByteArray& path, const QByteArray& byt
     return std::nullopt;
 }
 
-}  // namespace Globals::ProfileDetail
+} // namespace Globals::ProfileDetail

@@ -24,4 +24,4 @@ std::optional<QString> replaceFile(const QByteArray& path, const QByteArray& byt
 
 QString errnoText(int error);
 
-}  // namespace Globals::ProfileDetail
+} // namespace Globals::ProfileDetail

@@ -8,8 +8,7 @@ namespace {
 
 constexpr char kUtf8Mark[] = "\xEF\xBB\xBF";
 
-bool isBlank(char c)
-{
+bool isBlank(char c) {
     return c == ' ' || c == '\t';
 }
 
@@ -21,13 +20,12 @@ struct LineShape {
     LineKind kind = LineKind::Blank;
     const char* nameBegin = nullptr;
     const char* nameEnd = nullptr;
-    const char* equals = nullptr;  // null for a key line without "="
+    const char* equals = nullptr; // null for a key line without "="
     const char* valueBegin = nullptr;
     const char* valueEnd = nullptr;
 };
 
-LineShape classify(const char* p, qsizetype n)
-{
+LineShape classify(const char* p, qsizetype n) {
     LineShape shape;
     const char* s = p;
     const char* e = p + n;
@@ -74,8 +72,7 @@ LineShape classify(const char* p, qsizetype n)
     return shape;
 }
 
-QByteArray foldName(const char* b, const char* e)
-{
+QByteArray foldName(const char* b, const char* e) {
     QByteArray out(b, e - b);
     for (char& c : out) {
         if (c >= 'A' && c <= 'Z')
@@ -84,13 +81,11 @@ QByteArray foldName(const char* b, const char* e)
     return out;
 }
 
-QByteArray foldName(const QByteArray& name)
-{
+QByteArray foldName(const QByteArray& name) {
     return foldName(name.constData(), name.constData() + name.size());
 }
 
-QByteArray trimmedBlanks(const QByteArray& text)
-{
+QByteArray trimmedBlanks(const QByteArray& text) {
     qsizetype b = 0;
     qsizetype e = text.size();
     while (b < e && isBlank(text[b]))
@@ -102,8 +97,7 @@ QByteArray trimmedBlanks(const QByteArray& text)
 
 // The form in which a caller's name is looked up: in the file's encoding,
 // without blanks around it, ASCII letters folded. Done in place: reads are hot.
-QByteArray lookupName(const QString& name, FileEncoding encoding)
-{
+QByteArray lookupName(const QString& name, FileEncoding encoding) {
     QByteArray out = encodeText(name, encoding);
     qsizetype e = out.size();
     while (e > 0 && isBlank(out[e - 1]))
@@ -121,8 +115,7 @@ QByteArray lookupName(const QString& name, FileEncoding encoding)
     return out;
 }
 
-const char* lineEndText(LineEnd end)
-{
+const char* lineEndText(LineEnd end) {
     switch (end) {
     case LineEnd::Lf:
         return "\n";
@@ -137,36 +130,31 @@ const char* lineEndText(LineEnd end)
 }
 
 // Of two sections or keys of one name, the first one wins.
-void addFirst(QHash<QByteArray, int>& index, QByteArray&& name, int position)
-{
+void addFirst(QHash<QByteArray, int>& index, QByteArray&& name, int position) {
     if (!index.contains(name))
         index.insert(std::move(name), position);
 }
 
-bool hasLineBreak(const QByteArray& text)
-{
+bool hasLineBreak(const QByteArray& text) {
     return text.contains('\r') || text.contains('\n');
 }
 
-}  // namespace
+} // namespace
 
-void Line::setText(QByteArray text)
-{
+void Line::setText(QByteArray text) {
     own = std::move(text);
     data = own.constData();
     size = own.size();
 }
 
-void ProfileDocument::load(const QByteArray& bytes)
-{
+void ProfileDocument::load(const QByteArray& bytes) {
     m_bytes = bytes;
     m_bom = bytes.startsWith(kUtf8Mark);
     m_encoding = m_bom ? FileEncoding::Utf8 : FileEncoding::Ansi;
     parse(LineEnd::None);
 }
 
-void ProfileDocument::parse(LineEnd keepStyle)
-{
+void ProfileDocument::parse(LineEnd keepStyle) {
     m_sections.clear();
     m_sectionIndex.clear();
     m_sections.emplace_back();
@@ -215,14 +203,12 @@ void ProfileDocument::parse(LineEnd keepStyle)
         m_style = LineEnd::CrLf;
 }
 
-const ProfileDocument::Section* ProfileDocument::findSection(const QByteArray& foldedName) const
-{
+const ProfileDocument::Section* ProfileDocument::findSection(const QByteArray& foldedName) const {
     const auto it = m_sectionIndex.constFind(foldedName);
     return it == m_sectionIndex.cend() ? nullptr : &m_sections[static_cast<std::size_t>(*it)];
 }
 
-QString ProfileDocument::read(const QString& section, const QString& key) const
-{
+QString ProfileDocument::read(const QString& section, const QString& key) const {
     const Section* found = findSection(lookupName(section, m_encoding));
     if (!found)
         return {};
@@ -249,13 +235,11 @@ QString ProfileDocument::read(const QString& section, const QString& key) const
     return value;
 }
 
-QByteArray ProfileDocument::lineEndBytes() const
-{
+QByteArray ProfileDocument::lineEndBytes() const {
     return QByteArray(lineEndText(m_style));
 }
 
-bool ProfileDocument::write(const QString& section, const QString& key, const QString& value)
-{
+bool ProfileDocument::write(const QString& section, const QString& key, const QString& value) {
     const QByteArray sectionName = trimmedBlanks(encodeText(section, m_encoding));
     const QByteArray keyName = trimmedBlanks(encodeText(key, m_encoding));
     qsizetype lead = 0;
@@ -276,10 +260,12 @@ bool ProfileDocument::write(const QString& section, const QString& key, const QS
             const LineShape shape = classify(line.data, line.size);
             QByteArray text;
             if (shape.equals) {
-                if (QByteArrayView(shape.valueBegin, shape.valueEnd - shape.valueBegin) == valueBytes)
+                if (QByteArrayView(shape.valueBegin, shape.valueEnd - shape.valueBegin) ==
+                    valueBytes)
                     return false;
                 // The key keeps its spelling and the spacing around "=".
-                const char* keepTo = shape.valueBegin < shape.valueEnd ? shape.valueBegin : shape.equals + 1;
+                const char* keepTo =
+                    shape.valueBegin < shape.valueEnd ? shape.valueBegin : shape.equals + 1;
                 text = QByteArray(line.data, keepTo - line.data) + valueBytes;
             } else {
                 text = QByteArray(line.data, shape.nameEnd - line.data) + '=' + valueBytes;
@@ -298,8 +284,7 @@ bool ProfileDocument::write(const QString& section, const QString& key, const QS
     return true;
 }
 
-void ProfileDocument::insertKeyLine(Section& section, QByteArray keyLine)
-{
+void ProfileDocument::insertKeyLine(Section& section, QByteArray keyLine) {
     int last = static_cast<int>(section.lines.size()) - 1;
     while (last >= 0 && classify(section.lines[static_cast<std::size_t>(last)].data,
                                  section.lines[static_cast<std::size_t>(last)].size)
@@ -323,10 +308,10 @@ void ProfileDocument::insertKeyLine(Section& section, QByteArray keyLine)
     section.keys.insert(folded, pos);
 }
 
-void ProfileDocument::appendSection(const QByteArray& name, const QByteArray& keyLine)
-{
+void ProfileDocument::appendSection(const QByteArray& name, const QByteArray& keyLine) {
     for (auto it = m_sections.rbegin(); it != m_sections.rend(); ++it) {
-        Line* last = !it->lines.empty() ? &it->lines.back() : (it->hasHeader ? &it->header : nullptr);
+        Line* last =
+            !it->lines.empty() ? &it->lines.back() : (it->hasHeader ? &it->header : nullptr);
         if (last) {
             if (last->end == LineEnd::None)
                 last->end = m_style;
@@ -342,8 +327,7 @@ void ProfileDocument::appendSection(const QByteArray& name, const QByteArray& ke
     insertKeyLine(m_sections.back(), keyLine);
 }
 
-QByteArray ProfileDocument::serialize() const
-{
+QByteArray ProfileDocument::serialize() const {
     qsizetype total = m_bom ? 3 : 0;
     for (const Section& section : m_sections) {
         if (section.hasHeader)
@@ -368,4 +352,4 @@ QByteArray ProfileDocument::serialize() const
     return out;
 }
 
-}  // namespace Globals::ProfileDetail
+} // namespace Globals::ProfileDetail

@@ -45,7 +45,7 @@ private:
         bool hasHeader = false;
         Line header;
         std::vector<Line> lines;
-        QHash<QByteArray, int> keys;  // folded name -> first line holding it
+        QHash<QByteArray, int> keys; // folded name -> first line holding it
     };
 
     void parse(LineEnd keepStyle);
@@ -58,8 +58,8 @@ private:
     bool m_bom = false;
     FileEncoding m_encoding = FileEncoding::Ansi;
     LineEnd m_style = LineEnd::CrLf;
-    std::vector<Section> m_sections;  // [0] holds whatever precedes the first header
-    QHash<QByteArray, int> m_sectionIndex;  // folded name -> first section of it
+    std::vector<Section> m_sections;       // [0] holds whatever precedes the first header
+    QHash<QByteArray, int> m_sectionIndex; // folded name -> first section of it
 };
 
-}  // namespace Globals::ProfileDetail
+} // namespace Globals::ProfileDetail

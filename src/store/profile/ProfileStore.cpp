@@ -33,10 +33,15 @@ struct Signature {
     qint64 ctimeNsec = 0;
     mode_t mode = 0;
 
-    static Signature of(const struct stat& st)
-    {
-        return {true,           st.st_dev,         st.st_ino,          st.st_size,
-                st.st_mtim.tv_sec, st.st_mtim.tv_nsec, st.st_ctim.tv_sec, st.st_ctim.tv_nsec,
+    static Signature of(const struct stat& st) {
+        return {true,
+                st.st_dev,
+                st.st_ino,
+                st.st_size,
+                st.st_mtim.tv_sec,
+                st.st_mtim.tv_nsec,
+                st.st_ctim.tv_sec,
+                st.st_ctim.tv_nsec,
                 st.st_mode};
     }
     bool operator==(const Signature&) const = default;
@@ -53,12 +58,12 @@ struct Entry {
     QByteArray nativePath;
     Signature signature;
     bool parsed = false;
-    int readError = 0;  // errno of a file that exists but cannot be read
+    int readError = 0; // errno of a file that exists but cannot be read
     struct stat status {};
     QByteArray diskBytes;
     ProfileDocument document;
     std::vector<PendingWrite> pending;
-    bool writableChecked = false;  // for the current signature
+    bool writableChecked = false; // for the current signature
 };
 
 struct Failure {
@@ -70,8 +75,7 @@ QRecursiveMutex g_mutex;
 QHash<QString, std::shared_ptr<Entry>> g_entries;
 std::function<void(const QString&, const QString&)> g_errorHandler;
 
-Signature statSignature(const QByteArray& nativePath, struct stat* out = nullptr)
-{
+Signature statSignature(const QByteArray& nativePath, struct stat* out = nullptr) {
     struct stat st {};
     if (::stat(nativePath.constData(), &st) != 0)
         return {};
@@ -80,8 +84,7 @@ Signature statSignature(const QByteArray& nativePath, struct stat* out = nullptr
     return Signature::of(st);
 }
 
-void readFromDisk(Entry& entry)
-{
+void readFromDisk(Entry& entry) {
     entry.diskBytes.clear();
     entry.readError = 0;
     entry.signature = {};
@@ -128,8 +131,7 @@ void readFromDisk(Entry& entry)
 
 // Brings the parsed image up to date with the disk. Changes made here and not
 // yet flushed go on top of what another program wrote, in their order.
-void refresh(Entry& entry)
-{
+void refresh(Entry& entry) {
     if (entry.parsed && statSignature(entry.nativePath) == entry.signature)
         return;
     readFromDisk(entry);
@@ -141,22 +143,21 @@ void refresh(Entry& entry)
     }
 }
 
-std::shared_ptr<Entry> entryFor(const QString& file)
-{
+std::shared_ptr<Entry> entryFor(const QString& file) {
     auto it = g_entries.constFind(file);
     if (it != g_entries.cend())
         return *it;
     auto entry = std::make_shared<Entry>();
     entry->path = file;
-    entry->nativePath = QFile::encodeName(QDir::isAbsolutePath(file) ? file : QDir::current().absoluteFilePath(file));
+    entry->nativePath = QFile::encodeName(
+        QDir::isAbsolutePath(file) ? file : QDir::current().absoluteFilePath(file));
     g_entries.insert(file, entry);
     return entry;
 }
 
 // Why the file cannot be replaced, if it cannot. The mode bits decide about
 // read-only for every user, root too, as the read-only attribute does on Windows.
-std::optional<QString> unwritableReason(const Entry& entry)
-{
+std::optional<QString> unwritableReason(const Entry& entry) {
     if (entry.signature.exists) {
         if (S_ISDIR(entry.status.st_mode))
             return QStringLiteral("the path names a folder");
@@ -174,8 +175,7 @@ std::optional<QString> unwritableReason(const Entry& entry)
     return std::nullopt;
 }
 
-bool isStorableName(const QString& name, bool isKey)
-{
+bool isStorableName(const QString& name, bool isKey) {
     if (name.contains(u'\r') || name.contains(u'\n'))
         return false;
     if (!isKey)
@@ -184,8 +184,7 @@ bool isStorableName(const QString& name, bool isKey)
     return !name.contains(u'=') && !t.startsWith(u';') && !t.startsWith(u'[');
 }
 
-void report(const std::vector<Failure>& failures)
-{
+void report(const std::vector<Failure>& failures) {
     std::function<void(const QString&, const QString&)> handler;
     {
         QMutexLocker lock(&g_mutex);
@@ -197,8 +196,7 @@ void report(const std::vector<Failure>& failures)
         handler(failure.file, failure.reason);
 }
 
-std::optional<QString> flushEntry(Entry& entry)
-{
+std::optional<QString> flushEntry(Entry& entry) {
     refresh(entry);
     if (entry.pending.empty())
         return std::nullopt;
@@ -219,18 +217,17 @@ std::optional<QString> flushEntry(Entry& entry)
     return std::nullopt;
 }
 
-}  // namespace
+} // namespace
 
-QString ReadProfileValue(const QString& section, const QString& key, const QString& file)
-{
+QString ReadProfileValue(const QString& section, const QString& key, const QString& file) {
     QMutexLocker lock(&g_mutex);
     const auto entry = entryFor(file);
     refresh(*entry);
     return entry->document.read(section, key);
 }
 
-int WriteProfileValue(const QString& section, const QString& key, const QString& value, const QString& file)
-{
+int WriteProfileValue(const QString& section, const QString& key, const QString& value,
+                      const QString& file) {
     std::vector<Failure> failures;
     {
         QMutexLocker lock(&g_mutex);
@@ -253,8 +250,7 @@ int WriteProfileValue(const QString& section, const QString& key, const QString&
     return 0;
 }
 
-void FlushProfiles()
-{
+void FlushProfiles() {
     std::vector<Failure> failures;
     {
         QMutexLocker lock(&g_mutex);
@@ -274,16 +270,15 @@ void FlushProfiles()
     report(failures);
 }
 
-void SetProfileWriteErrorHandler(std::function<void(const QString& file, const QString& reason)> handler)
-{
+void SetProfileWriteErrorHandler(
+    std::function<void(const QString& file, const QString& reason)> handler) {
     QMutexLocker lock(&g_mutex);
     g_errorHandler = std::move(handler);
 }
 
-void DropProfileCache()
-{
+void DropProfileCache() {
     QMutexLocker lock(&g_mutex);
     g_entries.clear();
 }
 
-}  // namespace Globals
+} // namespace Globals

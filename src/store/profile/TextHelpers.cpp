@@ -7,8 +7,7 @@
 
 namespace Globals {
 
-double Val(const QString& text)
-{
+double Val(const QString& text) {
     qsizetype i = 0;
     const qsizetype n = text.size();
     while (i < n && (text[i] == u' ' || text[i] == u'\t' || text[i] == u'\r' || text[i] == u'\n'))
@@ -39,13 +38,14 @@ double Val(const QString& text)
     const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
     if (error == std::errc::result_out_of_range) {
         // Too many digits for a double: only its magnitude can matter.
-        value = number.find_first_not_of("0.") == std::string::npos ? 0.0 : std::numeric_limits<double>::max();
+        value = number.find_first_not_of("0.") == std::string::npos
+                    ? 0.0
+                    : std::numeric_limits<double>::max();
     }
     return negative ? -value : value;
 }
 
-qint16 CInt(double x)
-{
+qint16 CInt(double x) {
     if (std::isnan(x))
         return 0;
     if (x >= 32767.5)
@@ -56,8 +56,7 @@ qint16 CInt(double x)
     return static_cast<qint16>(std::nearbyint(x));
 }
 
-QString Trim(const QString& text)
-{
+QString Trim(const QString& text) {
     qsizetype b = 0;
     qsizetype e = text.size();
     while (b < e && text[b] == u' ')
@@ -67,24 +66,21 @@ QString Trim(const QString& text)
     return text.mid(b, e - b);
 }
 
-QString UCase(const QString& text)
-{
+QString UCase(const QString& text) {
     return text.toUpper();
 }
 
-QString GetField(const QString& text, qint16 n, QString& delim)
-{
+QString GetField(const QString& text, qint16 n, QString& delim) {
     if (delim.isEmpty())
         delim = QStringLiteral(",");
     return GetField(text, n, std::as_const(delim));
 }
 
-QString GetField(const QString& text, qint16 n, const QString& delim)
-{
+QString GetField(const QString& text, qint16 n, const QString& delim) {
     const QString separator = delim.isEmpty() ? QStringLiteral(",") : delim;
     QString work = text + separator;
     for (int i = 1; i <= n; ++i) {
-        const qsizetype pos = work.indexOf(separator);  // 0-based; -1 when absent
+        const qsizetype pos = work.indexOf(separator); // 0-based; -1 when absent
         if (pos < 0)
             return work;
         if (i == n)
@@ -96,4 +92,4 @@ QString GetField(const QString& text, qint16 n, const QString& delim)
     return {};
 }
 
-}  // namespace Globals
+} // namespace Globals

@@ -22,4 +22,4 @@ QString UCase(const QString& text);
 QString GetField(const QString& text, qint16 n, QString& delim);
 QString GetField(const QString& text, qint16 n, const QString& delim = QStringLiteral(","));
 
-}  // namespace Globals
+} // namespace Globals
