@@ -504,10 +504,33 @@ bool CheckBox::setProperty(const QString& prop, int index, const QVariant& value
     return true;
 }
 
+// ---- captions ---------------------------------------------------------------
+
+void CaptionedControl::setCaption(const QString& caption) {
+    m_caption = caption;
+    showCaption(caption);
+}
+
+bool CaptionedControl::getProperty(const QString& prop, int index, QVariant& out) const {
+    if (is(prop, "Caption") && index < 0) {
+        out = m_caption;
+        return true;
+    }
+    return Control::getProperty(prop, index, out);
+}
+
+bool CaptionedControl::setProperty(const QString& prop, int index, const QVariant& value) {
+    if (is(prop, "Caption") && index < 0) {
+        setCaption(value.toString());
+        return true;
+    }
+    return Control::setProperty(prop, index, value);
+}
+
 // ---- Label ------------------------------------------------------------------
 
 Label::Label(Form* form, const ControlSpec& spec, QWidget* parent)
-    : Control(form, spec, new QLabel(parent)) {
+    : CaptionedControl(form, spec, new QLabel(parent)) {
     m_label = qobject_cast<QLabel*>(widget());
     m_label->setTextFormat(Qt::PlainText);
     m_label->setWordWrap(true);
@@ -517,33 +540,16 @@ Label::Label(Form* form, const ControlSpec& spec, QWidget* parent)
     setCaption(spec.text);
 }
 
-void Label::setCaption(const QString& caption) {
-    m_caption = caption;
+void Label::showCaption(const QString& caption) {
     QString shown = caption;
     shown.replace(QLatin1String("\r\n"), QLatin1String("\n"));
     m_label->setText(shown);
 }
 
-bool Label::getProperty(const QString& prop, int index, QVariant& out) const {
-    if (is(prop, "Caption") && index < 0) {
-        out = m_caption;
-        return true;
-    }
-    return Control::getProperty(prop, index, out);
-}
-
-bool Label::setProperty(const QString& prop, int index, const QVariant& value) {
-    if (is(prop, "Caption") && index < 0) {
-        setCaption(value.toString());
-        return true;
-    }
-    return Control::setProperty(prop, index, value);
-}
-
 // ---- CommandButton ----------------------------------------------------------
 
 CommandButton::CommandButton(Form* form, const ControlSpec& spec, QWidget* parent)
-    : Control(form, spec, new QPushButton(parent)) {
+    : CaptionedControl(form, spec, new QPushButton(parent)) {
     m_button = qobject_cast<QPushButton*>(widget());
     m_button->setAutoDefault(false);
     m_button->setDefault(spec.flags & DefaultButton);
@@ -551,25 +557,8 @@ CommandButton::CommandButton(Form* form, const ControlSpec& spec, QWidget* paren
     QObject::connect(m_button, &QPushButton::clicked, context(), [this] { fire(Click); });
 }
 
-void CommandButton::setCaption(const QString& caption) {
-    m_caption = caption;
+void CommandButton::showCaption(const QString& caption) {
     m_button->setText(caption);
-}
-
-bool CommandButton::getProperty(const QString& prop, int index, QVariant& out) const {
-    if (is(prop, "Caption") && index < 0) {
-        out = m_caption;
-        return true;
-    }
-    return Control::getProperty(prop, index, out);
-}
-
-bool CommandButton::setProperty(const QString& prop, int index, const QVariant& value) {
-    if (is(prop, "Caption") && index < 0) {
-        setCaption(value.toString());
-        return true;
-    }
-    return Control::setProperty(prop, index, value);
 }
 
 // ---- Frame ------------------------------------------------------------------
@@ -581,34 +570,17 @@ static QWidget* makeFrame(const ControlSpec& spec, QWidget* parent) {
 }
 
 Frame::Frame(Form* form, const ControlSpec& spec, QWidget* parent)
-    : Control(form, spec, makeFrame(spec, parent)) {
+    : CaptionedControl(form, spec, makeFrame(spec, parent)) {
     m_group = qobject_cast<QGroupBox*>(widget());
-    // Frames are opaque: a page left by a jump stays visible under the one in front.
+    // Pages are opaque: a page left by a jump stays visible under the one in front.
     if (m_group)
         widget()->setAutoFillBackground(true);
     setCaption(spec.text);
 }
 
-void Frame::setCaption(const QString& caption) {
-    m_caption = caption;
+void Frame::showCaption(const QString& caption) {
     if (m_group)
         m_group->setTitle(caption);
-}
-
-bool Frame::getProperty(const QString& prop, int index, QVariant& out) const {
-    if (is(prop, "Caption") && index < 0) {
-        out = m_caption;
-        return true;
-    }
-    return Control::getProperty(prop, index, out);
-}
-
-bool Frame::setProperty(const QString& prop, int index, const QVariant& value) {
-    if (is(prop, "Caption") && index < 0) {
-        setCaption(value.toString());
-        return true;
-    }
-    return Control::setProperty(prop, index, value);
 }
 
 // ---- PictureBox -------------------------------------------------------------

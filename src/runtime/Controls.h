@@ -143,45 +143,49 @@ private:
     int m_value = 0;
 };
 
-class Label : public Control {
+// A control whose text is its Caption.
+class CaptionedControl : public Control {
+public:
+    using Control::Control;
+    QString Caption() const { return m_caption; }
+    void setCaption(const QString& caption);
+    bool getProperty(const QString& prop, int index, QVariant& out) const override;
+    bool setProperty(const QString& prop, int index, const QVariant& value) override;
+
+protected:
+    virtual void showCaption(const QString& caption) = 0;
+
+private:
+    QString m_caption;
+};
+
+class Label : public CaptionedControl {
 public:
     Label(Form* form, const ControlSpec& spec, QWidget* parent);
-    QString Caption() const { return m_caption; }
-    void setCaption(const QString& caption);
     bool canFocus() const override { return false; }
-    bool getProperty(const QString& prop, int index, QVariant& out) const override;
-    bool setProperty(const QString& prop, int index, const QVariant& value) override;
 
 private:
+    void showCaption(const QString& caption) override;
     QLabel* m_label;
-    QString m_caption;
 };
 
-class CommandButton : public Control {
+class CommandButton : public CaptionedControl {
 public:
     CommandButton(Form* form, const ControlSpec& spec, QWidget* parent);
-    QString Caption() const { return m_caption; }
-    void setCaption(const QString& caption);
-    bool getProperty(const QString& prop, int index, QVariant& out) const override;
-    bool setProperty(const QString& prop, int index, const QVariant& value) override;
 
 private:
+    void showCaption(const QString& caption) override;
     QPushButton* m_button;
-    QString m_caption;
 };
 
-class Frame : public Control {
+class Frame : public CaptionedControl {
 public:
     Frame(Form* form, const ControlSpec& spec, QWidget* parent);
-    QString Caption() const { return m_caption; }
-    void setCaption(const QString& caption);
     bool canFocus() const override { return false; }
-    bool getProperty(const QString& prop, int index, QVariant& out) const override;
-    bool setProperty(const QString& prop, int index, const QVariant& value) override;
 
 private:
+    void showCaption(const QString& caption) override;
     QGroupBox* m_group = nullptr;
-    QString m_caption;
 };
 
 class PictureBox : public Control {
