@@ -6,6 +6,7 @@
 #include "store/profile/ProfileStore.h"
 #include "wizard/Globals.h"
 #include "wizard/MainForm.h"
+#include "WizardBenchMain.h"
 #include "wizard/Program.h"
 
 #include <QApplication>
@@ -56,13 +57,4 @@ BENCHMARK(LoadDeckData200Cards)->Unit(benchmark::kMillisecond);
 
 } // namespace
 
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    wizard::registerForms();
-    wizard::installStoreHooks();
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}
+ZAVIK_WIZARD_BENCHMARK_MAIN()

@@ -2,6 +2,7 @@
 // games and the image directories, and shows, on the offscreen platform.
 
 #include "runtime/Runtime.h"
+#include "WizardBenchMain.h"
 #include "wizard/Program.h"
 
 #include <QApplication>
@@ -34,13 +35,4 @@ BENCHMARK(StartWithThousandGames)->Unit(benchmark::kMillisecond)->MinTime(2.0);
 
 } // namespace
 
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    wizard::registerForms();
-    wizard::installStoreHooks();
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}
+ZAVIK_WIZARD_BENCHMARK_MAIN()
