@@ -42,6 +42,10 @@ protected:
         if (ascii < 0)
             return false;
         const int result = dispatch(ascii);
+        // Enter goes no further in a combo box: its edit field takes no line
+        // break, and the list must not take it for a pick.
+        if (result == 13 && m_control->kind() == Kind::ComboBox)
+            return true;
         if (result == ascii && !m_control->form()->isUnloaded())
             return false; // the widget does what the key does
         if (result != 0 && !m_control->form()->isUnloaded())
@@ -82,11 +86,15 @@ Control::Control(Form* form, const ControlSpec& spec, QWidget* widget)
     applyGeometry();
     m_widget->setVisible(m_visible);
 
-    QWidget* keyTarget = m_widget->focusProxy() ? m_widget->focusProxy() : m_widget;
     auto* keys = new KeyFilter(this, &m_context);
     keys->dispatch = [this](int a) { return dispatchKeyPress(a); };
     keys->apply = [this](int a) { applyKey(a); };
-    keyTarget->installEventFilter(keys);
+    m_widget->installEventFilter(keys);
+    // An edit field inside the control can hold the focus itself; a key that
+    // the control forwards to it directly passes no filter a second time.
+    for (QWidget* inner : m_widget->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+        if (inner->focusPolicy() != Qt::NoFocus)
+            inner->installEventFilter(keys);
     if (m_kind == Kind::Label || m_kind == Kind::PictureBox || m_kind == Kind::Frame)
         m_widget->installEventFilter(new MouseFilter(this, &m_context));
 }

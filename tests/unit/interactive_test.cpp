@@ -7,6 +7,7 @@
 #include "wizard/Program.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QLineEdit>
 #include <QTemporaryDir>
 #include <QTest>
@@ -70,4 +71,29 @@ TEST_F(InteractiveProgram, ARefusedNumberKeepsTheFocusAndSwallowsTheClick) {
     QTest::keyClicks(form->PlNum->widget(), "2");
     QTest::mouseClick(form->NextStep->widget(), Qt::LeftButton);
     EXPECT_EQ(Globals::CurrentFrame, 3);
+}
+
+TEST_F(InteractiveProgram, EnterInTheNameBoxLoadsTheGameOnce) {
+    QFile game(dir.filePath("Duel.game"));
+    ASSERT_TRUE(game.open(QIODevice::WriteOnly));
+    game.write("[GAME]\r\ndescription=Two sides\r\nplayers=9\r\n");
+    game.close();
+    wizard::stopProgram();
+    form = static_cast<MainForm*>(wizard::startProgram());
+    ASSERT_EQ(form->NameTXT->ListCount(), 1);
+
+    int picks = 0;
+    const auto pick = form->NameTXT->Click;
+    form->NameTXT->Click = [&] {
+        ++picks;
+        pick();
+    };
+    // The key goes where a user's key goes: to the widget that has the focus.
+    QWidget* focus =
+        QApplication::focusWidget() ? QApplication::focusWidget() : form->NameTXT->widget();
+    QTest::keyClicks(focus, "Duel");
+    QTest::keyClick(focus, Qt::Key_Return);
+    EXPECT_EQ(form->descTxt->Text(), "Two sides");
+    EXPECT_EQ(messages, QStringList{"Please select a number from 1 to 6"});
+    EXPECT_EQ(picks, 0) << "Enter was taken for a pick from the list";
 }
