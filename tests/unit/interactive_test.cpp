@@ -11,6 +11,7 @@
 #include <QLineEdit>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <gtest/gtest.h>
 
 namespace {
@@ -96,4 +97,25 @@ TEST_F(InteractiveProgram, EnterInTheNameBoxLoadsTheGameOnce) {
     EXPECT_EQ(form->descTxt->Text(), "Two sides");
     EXPECT_EQ(messages, QStringList{"Please select a number from 1 to 6"});
     EXPECT_EQ(picks, 0) << "Enter was taken for a pick from the list";
+}
+
+TEST_F(InteractiveProgram, SaveWaitsForTheCheckFormThenWrites) {
+    rt::installDefaultHooks();
+    rt::hooks().msgBox = [this](const QString& text, int) { messages << text; };
+    form->NameTXT->setText("Duel");
+    bool sawForm = false;
+    // The check form is modal: the key that closes it comes from inside its wait.
+    QTimer::singleShot(0, [&] {
+        rt::Form* check = rt::loadedForm("CheckForm");
+        sawForm = check && check->isVisible();
+        if (check)
+            QTest::keyClick(check->get<rt::TextBox>("Text1")->widget(), Qt::Key_Space);
+    });
+    QTest::mouseClick(form->Command2->widget(), Qt::LeftButton);
+    EXPECT_TRUE(sawForm);
+    EXPECT_EQ(rt::loadedForm("CheckForm"), nullptr);
+    rt::actionEnded();
+    QFile game(dir.filePath("Duel.game"));
+    ASSERT_TRUE(game.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(game.readAll().startsWith("[GAME]\r\nname=Duel\r\n"));
 }
