@@ -15,6 +15,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
+#include <QStyle>
 
 namespace rt {
 namespace {
@@ -455,17 +456,62 @@ bool FileListBox::setProperty(const QString& prop, int index, const QVariant& va
 
 // ---- CheckBox ---------------------------------------------------------------
 
+namespace {
+
+// A check box whose caption wraps at its width, as the long option captions
+// of the deck dialog need.
+class WrappingCheckBox : public QCheckBox {
+public:
+    explicit WrappingCheckBox(QWidget* parent) : QCheckBox(parent) {}
+    void setCaption(const QString& caption) {
+        m_caption = caption;
+        rewrap();
+    }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override {
+        QCheckBox::resizeEvent(event);
+        rewrap();
+    }
+
+private:
+    void rewrap() {
+        const int room = width() - style()->pixelMetric(QStyle::PM_IndicatorWidth) -
+                         style()->pixelMetric(QStyle::PM_CheckBoxLabelSpacing) - 4;
+        const QFontMetrics fm(font());
+        QStringList lines;
+        QString line;
+        for (const QString& word : m_caption.split(QLatin1Char(' '))) {
+            const QString longer = line.isEmpty() ? word : line + QLatin1Char(' ') + word;
+            if (!line.isEmpty() && fm.horizontalAdvance(longer) > room) {
+                lines << line;
+                line = word;
+            } else {
+                line = longer;
+            }
+        }
+        lines << line;
+        const QString shown = lines.join(QLatin1Char('\n'));
+        if (shown != text())
+            setText(shown);
+    }
+    QString m_caption;
+};
+
+} // namespace
+
 CheckBox::CheckBox(Form* form, const ControlSpec& spec, QWidget* parent)
-    : Control(form, spec, new QCheckBox(spec.text, parent)) {
+    : CaptionedControl(form, spec, new WrappingCheckBox(parent)) {
     m_box = qobject_cast<QCheckBox*>(widget());
+    setCaption(spec.text);
     QObject::connect(m_box, &QCheckBox::clicked, context(), [this](bool checked) {
         m_value = checked ? 1 : 0;
         fire(Click);
     });
 }
 
-QString CheckBox::Caption() const {
-    return m_box->text();
+void CheckBox::showCaption(const QString& caption) {
+    static_cast<WrappingCheckBox*>(m_box)->setCaption(caption);
 }
 
 void CheckBox::setValue(int value) {
@@ -485,23 +531,19 @@ void CheckBox::userClick() {
 }
 
 bool CheckBox::getProperty(const QString& prop, int index, QVariant& out) const {
-    if (is(prop, "Value") && index < 0)
+    if (is(prop, "Value") && index < 0) {
         out = m_value;
-    else if (is(prop, "Caption") && index < 0)
-        out = Caption();
-    else
-        return Control::getProperty(prop, index, out);
-    return true;
+        return true;
+    }
+    return CaptionedControl::getProperty(prop, index, out);
 }
 
 bool CheckBox::setProperty(const QString& prop, int index, const QVariant& value) {
-    if (is(prop, "Value") && index < 0)
+    if (is(prop, "Value") && index < 0) {
         setValue(value.toInt());
-    else if (is(prop, "Caption") && index < 0)
-        m_box->setText(value.toString());
-    else
-        return Control::setProperty(prop, index, value);
-    return true;
+        return true;
+    }
+    return CaptionedControl::setProperty(prop, index, value);
 }
 
 // ---- captions ---------------------------------------------------------------

@@ -127,22 +127,6 @@ private:
     QString m_pattern;
 };
 
-class CheckBox : public Control {
-public:
-    CheckBox(Form* form, const ControlSpec& spec, QWidget* parent);
-    int Value() const { return m_value; }
-    // Runs Click when the value changes.
-    void setValue(int value);
-    QString Caption() const;
-    void userClick() override;
-    bool getProperty(const QString& prop, int index, QVariant& out) const override;
-    bool setProperty(const QString& prop, int index, const QVariant& value) override;
-
-private:
-    QCheckBox* m_box;
-    int m_value = 0;
-};
-
 // A control whose text is its Caption.
 class CaptionedControl : public Control {
 public:
@@ -186,6 +170,22 @@ public:
 private:
     void showCaption(const QString& caption) override;
     QGroupBox* m_group = nullptr;
+};
+
+class CheckBox : public CaptionedControl {
+public:
+    CheckBox(Form* form, const ControlSpec& spec, QWidget* parent);
+    int Value() const { return m_value; }
+    // Runs Click when the value changes.
+    void setValue(int value);
+    void userClick() override;
+    bool getProperty(const QString& prop, int index, QVariant& out) const override;
+    bool setProperty(const QString& prop, int index, const QVariant& value) override;
+
+private:
+    void showCaption(const QString& caption) override;
+    QCheckBox* m_box;
+    int m_value = 0;
 };
 
 class PictureBox : public Control {
