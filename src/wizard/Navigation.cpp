@@ -27,7 +27,7 @@ QString playerDeckSection(qint16 deck, qint16 player) {
 
 void MainForm::ShowFrame() {
     HideHelp();
-    if (PreviousFrame != -1 && PreviousFrame >= 0 && PreviousFrame < 8)
+    if (PreviousFrame >= 0 && PreviousFrame < 8) // -1: no page to hide
         Wiz[PreviousFrame]->setVisible(false);
     if (CurrentFrame < 0 || CurrentFrame > 7)
         return;
