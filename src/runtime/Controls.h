@@ -17,6 +17,10 @@ class QGroupBox;
 
 namespace rt {
 
+// The text after one typed key: Backspace takes the last character, Enter
+// adds a line break only where the box has lines, other keys are appended.
+QString textAfterKey(const QString& text, int ascii, bool multiLine);
+
 class TextBox : public Control {
 public:
     TextBox(Form* form, const ControlSpec& spec, QWidget* parent);
@@ -51,6 +55,9 @@ public:
     virtual void setListIndex(int index) = 0;
     // The user clicks a row: it becomes the current one, then Click.
     virtual void userPick(int row);
+    // ListIndex, ListCount and List(i), which every list has.
+    bool getProperty(const QString& prop, int index, QVariant& out) const override;
+    bool setProperty(const QString& prop, int index, const QVariant& value) override;
 };
 
 class ComboBox : public ListControl {

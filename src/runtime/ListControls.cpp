@@ -40,6 +40,26 @@ void ListControl::userPick(int row) {
     setListIndex(row);
 }
 
+bool ListControl::getProperty(const QString& prop, int index, QVariant& out) const {
+    if (is(prop, "ListIndex") && index < 0)
+        out = ListIndex();
+    else if (is(prop, "ListCount") && index < 0)
+        out = ListCount();
+    else if (is(prop, "List") && index >= 0 && index < ListCount())
+        out = List(index);
+    else
+        return Control::getProperty(prop, index, out);
+    return true;
+}
+
+bool ListControl::setProperty(const QString& prop, int index, const QVariant& value) {
+    if (is(prop, "ListIndex") && index < 0) {
+        setListIndex(value.toInt());
+        return true;
+    }
+    return Control::setProperty(prop, index, value);
+}
+
 // ---- ComboBox ---------------------------------------------------------------
 
 ComboBox::ComboBox(Form* form, const ControlSpec& spec, QWidget* parent)
@@ -147,37 +167,23 @@ void ComboBox::userEdit(const QString& text) {
 void ComboBox::applyKey(int ascii) {
     if (!editable())
         return;
-    const QString text = Text();
-    if (ascii == 8) {
-        if (!text.isEmpty())
-            setText(text.left(text.size() - 1));
-    } else if (ascii >= 32 && ascii != 127) {
-        setText(text + QChar(ascii));
-    }
+    setText(textAfterKey(Text(), ascii, false));
 }
 
 bool ComboBox::getProperty(const QString& prop, int index, QVariant& out) const {
-    if (is(prop, "Text") && index < 0)
+    if (is(prop, "Text") && index < 0) {
         out = Text();
-    else if (is(prop, "ListIndex") && index < 0)
-        out = ListIndex();
-    else if (is(prop, "ListCount") && index < 0)
-        out = ListCount();
-    else if (is(prop, "List") && index >= 0 && index < ListCount())
-        out = List(index);
-    else
-        return Control::getProperty(prop, index, out);
-    return true;
+        return true;
+    }
+    return ListControl::getProperty(prop, index, out);
 }
 
 bool ComboBox::setProperty(const QString& prop, int index, const QVariant& value) {
-    if (is(prop, "Text") && index < 0)
+    if (is(prop, "Text") && index < 0) {
         setText(value.toString());
-    else if (is(prop, "ListIndex") && index < 0)
-        setListIndex(value.toInt());
-    else
-        return Control::setProperty(prop, index, value);
-    return true;
+        return true;
+    }
+    return ListControl::setProperty(prop, index, value);
 }
 
 // ---- ListBox ----------------------------------------------------------------
@@ -278,33 +284,25 @@ bool ListBox::getProperty(const QString& prop, int index, QVariant& out) const {
     const bool inRange = index >= 0 && index < ListCount();
     if (is(prop, "Text") && index < 0)
         out = Text();
-    else if (is(prop, "ListIndex") && index < 0)
-        out = ListIndex();
-    else if (is(prop, "ListCount") && index < 0)
-        out = ListCount();
-    else if (is(prop, "List") && inRange)
-        out = List(index);
     else if (is(prop, "ItemData") && inRange)
         out = ItemData(index);
     else if (is(prop, "Selected") && inRange)
         out = Selected(index);
     else
-        return Control::getProperty(prop, index, out);
+        return ListControl::getProperty(prop, index, out);
     return true;
 }
 
 bool ListBox::setProperty(const QString& prop, int index, const QVariant& value) {
     const bool inRange = index >= 0 && index < ListCount();
-    if (is(prop, "ListIndex") && index < 0)
-        setListIndex(value.toInt());
-    else if (is(prop, "List") && inRange)
+    if (is(prop, "List") && inRange)
         setList(index, value.toString());
     else if (is(prop, "ItemData") && inRange)
         setItemData(index, value.toInt());
     else if (is(prop, "Selected") && inRange)
         setSelected(index, value.toBool());
     else
-        return Control::setProperty(prop, index, value);
+        return ListControl::setProperty(prop, index, value);
     return true;
 }
 

@@ -73,16 +73,18 @@ void TextBox::userEdit(const QString& text) {
     setText(text);
 }
 
+QString textAfterKey(const QString& text, int ascii, bool multiLine) {
+    if (ascii == 8)
+        return text.left(text.size() - 1);
+    if (ascii == 13)
+        return multiLine ? text + QLatin1String("\r\n") : text;
+    if (ascii >= 32 && ascii != 127)
+        return text + QChar(ascii);
+    return text;
+}
+
 void TextBox::applyKey(int ascii) {
-    if (ascii == 8) {
-        if (!m_text.isEmpty())
-            setText(m_text.left(m_text.size() - 1));
-    } else if (ascii == 13) {
-        if (m_multi)
-            setText(m_text + QLatin1String("\r\n"));
-    } else if (ascii >= 32 && ascii != 127) {
-        setText(m_text + QChar(ascii));
-    }
+    setText(textAfterKey(m_text, ascii, m_multi != nullptr));
 }
 
 bool TextBox::getProperty(const QString& prop, int index, QVariant& out) const {
