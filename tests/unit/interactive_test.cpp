@@ -119,3 +119,21 @@ TEST_F(InteractiveProgram, SaveWaitsForTheCheckFormThenWrites) {
     ASSERT_TRUE(game.open(QIODevice::ReadOnly));
     EXPECT_TRUE(game.readAll().startsWith("[GAME]\r\nname=Duel\r\n"));
 }
+
+TEST_F(InteractiveProgram, EnterInTheDescriptionBreaksTheLineAsOnWindows) {
+    QTest::mouseClick(form->descTxt->widget(), Qt::LeftButton);
+    QTest::keyClicks(form->descTxt->widget(), "Two");
+    QTest::keyClick(form->descTxt->widget(), Qt::Key_Return);
+    QTest::keyClicks(form->descTxt->widget(), "sides");
+    EXPECT_EQ(form->descTxt->Text(), "Two\r\nsides");
+}
+
+TEST_F(InteractiveProgram, AClickOnTheStartTipsReachesTheirHandler) {
+    const QString tips = form->mainHelp->Caption();
+    ASSERT_EQ(HelpMgmt::TipsClicks, 0);
+    QTest::mouseClick(form->mainHelp->widget(), Qt::LeftButton);
+    EXPECT_EQ(HelpMgmt::TipsClicks, 1);
+    QTest::mouseClick(form->mainHelp->widget(), Qt::LeftButton, {}, QPoint(5, 5));
+    EXPECT_EQ(HelpMgmt::TipsClicks, 2);
+    EXPECT_EQ(form->mainHelp->Caption(), tips);
+}
