@@ -118,6 +118,24 @@ TEST_F(DeckPage, EnterInTheCardListWaitsForTheDialog) {
     EXPECT_EQ(rt::loadedForm("CardDetailForm"), nullptr);
 }
 
+TEST_F(DeckPage, ADoubleClickInFile1WaitsForTheViewer) {
+    bool modal = false;
+    int width = 0;
+    QTimer::singleShot(0, [&] {
+        if (auto* viewer = rt::loaded<ShowCrdForm>()) {
+            modal = viewer->isModal() && viewer->isVisible();
+            width = viewer->Width();
+            QTest::keyClick(viewer, Qt::Key_Space);
+        }
+    });
+    QWidget* view = widgetOf(form->File1)->viewport();
+    QTest::mouseClick(view, Qt::LeftButton, {}, rowCentre(form->File1, 1));
+    QTest::mouseDClick(view, Qt::LeftButton, {}, rowCentre(form->File1, 1));
+    EXPECT_TRUE(modal);
+    EXPECT_EQ(width, 40 * 15 + 80);
+    EXPECT_EQ(rt::loaded<ShowCrdForm>(), nullptr) << "any key closes the viewer";
+}
+
 TEST_F(DeckPage, TheCardDialogsViewerIsReusedAndSizedAnew) {
     showCardImage("a.bmp", false);
     auto* viewer = rt::loaded<ShowCrdForm>();
