@@ -44,6 +44,17 @@ TEST(CardSlots, PastTheCountersLimitEveryRowStillGetsASlotOfItsOwn) {
     EXPECT_EQ(Globals::cardProp(32767), "B=2");
     EXPECT_EQ(Globals::cardProp(32769), "");
     EXPECT_EQ(Globals::cardProp(1), "A=1");
+
+    // The limit reached by rows added on the page, not by a load: the table
+    // is still short, and the next slot must still be a new one.
+    form->Command7_Click();
+    form->LoadDeckData("COMMON 2");
+    Globals::CardCounter = 32766;
+    form->Command1_Click();
+    form->Command1_Click();
+    ASSERT_EQ(form->commonList->ListCount(), 2);
+    EXPECT_EQ(form->commonList->ItemData(0), 32767);
+    EXPECT_EQ(form->commonList->ItemData(1), 32768);
     wizard::stopProgram();
     rt::hooks().msgBox = nullptr;
 }
