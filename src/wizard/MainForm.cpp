@@ -111,6 +111,11 @@ void MainForm::wireEvents() {
     PlNum->Validate = [this](bool& cancel) { PlNum_Validate(cancel); };
     for (int i = 0; i < 6; ++i)
         PL_data[i]->Click = [this, i] { PL_data_Click(i); };
+
+    UsePropOpt->Click = [this] { UsePropOpt_Click(); };
+    repNum->Change = [this] { repNum_Change(); };
+    for (int i = 0; i < 8; ++i)
+        ShowReport[i]->Click = [this, i] { ShowReport_Click(i); };
 }
 
 void MainForm::Form_Load() {
