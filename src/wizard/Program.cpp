@@ -1,5 +1,6 @@
 #include "wizard/Program.h"
 
+#include "decks/ShowCrdForm.h"
 #include "decks/ShowImgList.h"
 #include "runtime/Runtime.h"
 #include "store/CheckForm.h"
@@ -23,9 +24,10 @@ void registerForms() {
     rt::registerForm(QStringLiteral("MainForm"), [] { return new MainForm; });
     rt::registerForm(QStringLiteral("CheckForm"), [] { return new CheckForm; });
     rt::registerForm(QStringLiteral("ShowImgList"), [] { return new ShowImgList; });
+    rt::registerForm(QStringLiteral("ShowCrdForm"), [] { return new ShowCrdForm; });
     // Forms whose handlers come with later pages are built from their tables.
     for (const rt::FormSpec* spec :
-         {&cardDetailFormSpec(), &advancedDeckPropFormSpec(), &showCrdFormSpec(), &treeFormSpec()})
+         {&cardDetailFormSpec(), &advancedDeckPropFormSpec(), &treeFormSpec()})
         rt::registerForm(spec->name, [spec] { return new rt::Form(*spec); });
 }
 
