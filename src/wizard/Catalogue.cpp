@@ -221,9 +221,11 @@ rt::FormSpec buildCardDetailForm() {
         });
     for (int j = 0; j < 6; ++j) {
         const int y = 690 + j * 315;
-        c.push_back({"lbl", j, Kind::Label, QString::number(j + 1), 120, y + 15, 285, 270,
+        // Wide enough for a property name, not just the design's "1" to "6".
+        c.push_back({"lbl", j, Kind::Label, QString::number(j + 1), 120, y + 15, 1110, 270,
                      "propFrame", Centred, Orange});
-        c.push_back({"pName", j, Kind::TextBox, "", 465, y, 2055, 300, "propFrame", 0, 0xFFFFFFFF});
+        c.push_back(
+            {"pName", j, Kind::TextBox, "", 1290, y, 1230, 300, "propFrame", 0, 0xFFFFFFFF});
     }
     return f;
 }
