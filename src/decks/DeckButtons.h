@@ -13,8 +13,10 @@ inline const QString DeckCountRefused = QStringLiteral("Please insert a number f
 // True for a value outside 0 to 6; an empty box or letters count as 0.
 bool deckCountRefused(double v);
 
-// Shows the buttons up to the number and hides those above it. A fraction
-// rounds as CInt does, so a button between the two limits keeps its state.
-void followDeckCount(const std::array<rt::CommandButton*, 6>& buttons, double v);
+// The number typed in a box: refused with the message, the buttons staying as
+// they are; otherwise the buttons up to it show and those above it hide. A
+// fraction rounds as CInt does, so a button between the two keeps its state.
+// Returns whether the number was taken.
+bool followDeckCount(const QString& text, const std::array<rt::CommandButton*, 6>& buttons);
 
 } // namespace decks

@@ -9,12 +9,7 @@
 using namespace Globals;
 
 void MainForm::CommDecksNum_Change() {
-    const double v = Val(CommDecksNum->Text());
-    if (decks::deckCountRefused(v)) {
-        rt::MsgBox(decks::DeckCountRefused, 0);
-        return;
-    }
-    decks::followDeckCount(ShowCommonDeck, v);
+    decks::followDeckCount(CommDecksNum->Text(), ShowCommonDeck);
 }
 
 void MainForm::CommDecksNum_Validate(bool& Cancel) {

@@ -18,13 +18,15 @@ void ShowCrdForm::Form_KeyPress(int& KeyAscii) {
 
 void showCardImage(const QString& fileName, bool modal) {
     const MainForm* main = mainForm();
-    const QString path = rt::AppPath() + QLatin1Char('/') +
-                         (main ? main->DirName->Text() : QString()) + QLatin1Char('/') + fileName;
+    // The user knows the image by its place in the application folder.
+    const QString inFolder =
+        (main ? main->DirName->Text() : QString()) + QLatin1Char('/') + fileName;
+    const QString path = rt::AppPath() + QLatin1Char('/') + inFolder;
     // Decoded before the viewer loads, so that a file that is gone, is no
     // image or is too large to decode leaves no empty viewer behind.
     const QImage image = rt::LoadPicture(path);
     if (image.isNull()) {
-        rt::MsgBox(QStringLiteral("Cannot open image ") + QDir::toNativeSeparators(path), 0);
+        rt::MsgBox(QStringLiteral("Cannot open image ") + QDir::toNativeSeparators(inFolder), 0);
         return;
     }
     const bool alreadyUp = rt::loaded<ShowCrdForm>() != nullptr;

@@ -2,7 +2,6 @@
 // Unlike every other number of the game, it goes to the file at once.
 
 #include "decks/DeckButtons.h"
-#include "runtime/Runtime.h"
 #include "store/GamePath.h"
 #include "store/profile/ProfileStore.h"
 #include "store/profile/TextHelpers.h"
@@ -24,12 +23,8 @@ void MainForm::LoadPlayerData() {
 }
 
 void MainForm::NumPLdecks_Change() {
-    const double v = Val(NumPLdecks->Text());
-    if (decks::deckCountRefused(v)) {
-        rt::MsgBox(decks::DeckCountRefused, 0);
+    if (!decks::followDeckCount(NumPLdecks->Text(), ShowPlayerDeck))
         return;
-    }
-    decks::followDeckCount(ShowPlayerDeck, v);
     WriteProfileValue(QStringLiteral("Player ") + QString::number(CurrentIndex),
                       QStringLiteral("decks"), NumPLdecks->Text(), GameFilePath());
     UpdatePlayerList();

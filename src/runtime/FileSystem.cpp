@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <dirent.h>
 #include <sys/stat.h>
 
 namespace rt {
@@ -51,27 +52,56 @@ struct Entry {
     bool isDir;
 };
 
-// The entries of a folder, as the operating system has them.
+// The entries of a folder, as the operating system has them. The kind comes
+// from the directory itself where it can, so that a folder of thousands of
+// images lists without a stat for each.
 std::vector<Entry> entries(const QString& folder, bool withDirs) {
     std::vector<Entry> out;
-    QDir dir(folder.isEmpty() ? QStringLiteral("/") : folder);
-    if (!dir.exists())
+    const QByteArray native = QFile::encodeName(folder.isEmpty() ? QStringLiteral("/") : folder);
+    DIR* dir = ::opendir(native.constData());
+    if (!dir)
         return out;
-    const auto infos = dir.entryInfoList(
-        QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::NoSort);
-    for (const QFileInfo& info : infos) {
-        if (info.isDir()) {
-            if (withDirs)
-                out.push_back({info.fileName(), true});
-        } else if (info.isFile()) {
-            out.push_back({info.fileName(), false});
+    while (const dirent* e = ::readdir(dir)) {
+        const char* name = e->d_name;
+        if (std::strcmp(name, ".") == 0 || std::strcmp(name, "..") == 0)
+            continue;
+        bool isDir = e->d_type == DT_DIR;
+        bool isFile = e->d_type == DT_REG;
+        if (e->d_type != DT_DIR && e->d_type != DT_REG) {
+            // A link, or a file system that does not say: what it leads to counts.
+            struct stat st {};
+            if (::fstatat(::dirfd(dir), name, &st, 0) == 0) {
+                isDir = S_ISDIR(st.st_mode);
+                isFile = S_ISREG(st.st_mode);
+            }
         }
+        if (isFile || (isDir && withDirs))
+            out.push_back({QFile::decodeName(name), isDir});
     }
+    ::closedir(dir);
     if (withDirs) {
         out.push_back({QStringLiteral("."), true});
         out.push_back({QStringLiteral(".."), true});
     }
     return out;
+}
+
+// Sorting a large folder compares each name many times: each is put in
+// capitals once.
+void sortNames(QStringList& names) {
+    std::vector<std::pair<QString, QString>> keyed;
+    keyed.reserve(static_cast<size_t>(names.size()));
+    for (QString& name : names) {
+        QString upper = name.toUpper();
+        keyed.emplace_back(std::move(upper), std::move(name));
+    }
+    std::sort(keyed.begin(), keyed.end(), [](const auto& a, const auto& b) {
+        const int c = a.first.compare(b.first);
+        return c != 0 ? c < 0 : a.second < b.second;
+    });
+    names.clear();
+    for (auto& [upper, name] : keyed)
+        names.append(std::move(name));
 }
 
 void splitSpec(const QString& spec, QString& folder, QString& pattern) {
@@ -117,7 +147,7 @@ QString Dir(const QString& spec, int attributes) {
             continue;
         g_dirResults.append(e.name);
     }
-    std::sort(g_dirResults.begin(), g_dirResults.end(), nameLess);
+    sortNames(g_dirResults);
     // The dot entries lead, as a Windows file system lists them.
     if (withDirs) {
         std::stable_partition(g_dirResults.begin(), g_dirResults.end(), [](const QString& n) {
@@ -164,7 +194,7 @@ QStringList listFiles(const QString& folder, const QString& patterns) {
             }
         }
     }
-    std::sort(out.begin(), out.end(), nameLess);
+    sortNames(out);
     return out;
 }
 

@@ -193,11 +193,14 @@ void Form::setCaption(const QString& caption) {
     setWindowTitle(caption);
 }
 
+// A size assigned in twips reads back as assigned while the window has it.
 int Form::Width() const {
-    return toTwips(frameGeometry().width());
+    const int px = frameGeometry().width();
+    return m_width >= 0 && toPixels(m_width) == px ? m_width : toTwips(px);
 }
 int Form::Height() const {
-    return toTwips(frameGeometry().height());
+    const int px = frameGeometry().height();
+    return m_height >= 0 && toPixels(m_height) == px ? m_height : toTwips(px);
 }
 int Form::Left() const {
     return toTwips(frameGeometry().x());
@@ -207,6 +210,7 @@ int Form::Top() const {
 }
 
 void Form::setWidth(int twips) {
+    m_width = twips;
     const int frame = frameGeometry().width() - width();
     const int px = std::max(1, toPixels(twips) - frame);
     m_clientWidth = toTwips(px);
@@ -217,6 +221,7 @@ void Form::setWidth(int twips) {
 }
 
 void Form::setHeight(int twips) {
+    m_height = twips;
     const int frame = frameGeometry().height() - height();
     const int px = std::max(1, toPixels(twips) - frame);
     m_clientHeight = toTwips(px);
@@ -260,6 +265,12 @@ void Form::Show(int modal) {
         centre();
     }
     show();
+    // The frame is known only once the window is up: an outer size set
+    // before then is made good now.
+    if (m_width >= 0)
+        setWidth(m_width);
+    if (m_height >= 0)
+        setHeight(m_height);
     // The offscreen platform has no window stack to raise a window in.
     if (QGuiApplication::platformName() != QLatin1String("offscreen")) {
         raise();

@@ -87,6 +87,7 @@ private:
     bool m_modal = false;
     bool m_shownOnce = false;
     int m_clientWidth, m_clientHeight; // twips as last set
+    int m_width = -1, m_height = -1;   // outer size in twips as last set, -1 for none
 };
 
 // The forms of the program by name.
