@@ -109,7 +109,7 @@ void CardDetailForm::Command1_Click() {
         if (propFrame->Visible()) {
             // The slot holds the six boxes on screen and nothing else.
             QString text;
-            for (int i = 0; i < 6; ++i) {
+            for (int i = 0; i < properties::NamesPerList; ++i) {
                 if (pName[i]->Text().isEmpty())
                     continue;
                 if (!text.isEmpty())
