@@ -133,6 +133,11 @@ void MainForm::wireEvents() {
     File1->DblClick = [this] { File1_DblClick(); };
     commonList->DblClick = [this] { commonList_DblClick(); };
     commonList->KeyPress = [this](int& k) { commonList_KeyPress(k); };
+
+    UsePropOpt->Click = [this] { UsePropOpt_Click(); };
+    repNum->Change = [this] { repNum_Change(); };
+    for (int i = 0; i < 8; ++i)
+        ShowReport[i]->Click = [this, i] { ShowReport_Click(i); };
 }
 
 void MainForm::Form_Load() {

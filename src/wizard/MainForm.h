@@ -72,8 +72,11 @@ public:
 
     // Property lists and reports.
     void showProperties();
+    void UsePropOpt_Click();
     void SaveProperties(const QString& file);
     void LoadReportCount();
+    void repNum_Change();
+    void ShowReport_Click(int Index);
     void DisplayReport(qint16 index);
 
     // Guidance.

@@ -1,5 +1,7 @@
 #include "wizard/Program.h"
 
+#include "decks/CardDetailForm.h"
+#include "decks/DeckPropForm.h"
 #include "decks/ShowCrdForm.h"
 #include "decks/ShowImgList.h"
 #include "runtime/Runtime.h"
@@ -25,9 +27,11 @@ void registerForms() {
     rt::registerForm(QStringLiteral("CheckForm"), [] { return new CheckForm; });
     rt::registerForm(QStringLiteral("ShowImgList"), [] { return new ShowImgList; });
     rt::registerForm(QStringLiteral("ShowCrdForm"), [] { return new ShowCrdForm; });
+    rt::registerForm(QStringLiteral("CardDetailForm"), [] { return new CardDetailForm; });
+    rt::registerForm(QStringLiteral("AdvancedDeckPropForm"),
+                     [] { return new AdvancedDeckPropForm; });
     // Forms whose handlers come with later pages are built from their tables.
-    for (const rt::FormSpec* spec :
-         {&cardDetailFormSpec(), &advancedDeckPropFormSpec(), &treeFormSpec()})
+    for (const rt::FormSpec* spec : {&treeFormSpec()})
         rt::registerForm(spec->name, [spec] { return new rt::Form(*spec); });
 }
 
