@@ -48,9 +48,10 @@ TEST_F(BadInput, JunkAndHugeFilesAreCheckedAndLeftAlone) {
 
     // 50 MB: one deck that claims the most cards a count can hold, and a
     // single line of a million characters.
-    QByteArray big = "[GAME]\r\nplayers=1\r\ndirectory=img\r\ncommon_decks=1\r\n[Player 1]\r\n"
-                     "name=A\r\n[COMMON 1]\r\ndecksize=99999\r\nimg_back=b.bmp\r\nimg_discard=b.bmp\r\n"
-                     "deal=0\r\n";
+    QByteArray big =
+        "[GAME]\r\nplayers=1\r\ndirectory=img\r\ncommon_decks=1\r\n[Player 1]\r\n"
+        "name=A\r\n[COMMON 1]\r\ndecksize=99999\r\nimg_back=b.bmp\r\nimg_discard=b.bmp\r\n"
+        "deal=0\r\n";
     for (int i = 1; big.size() < 49'000'000; ++i)
         big += "card" + QByteArray::number(i) + "=b.bmp,,V=" + QByteArray(1200, 'x') + "\r\n";
     big += "long=" + QByteArray(1'000'000, 'y') + "\r\n";

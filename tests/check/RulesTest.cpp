@@ -235,4 +235,47 @@ TEST_F(Rules, LeftoversAboveTheCounts) {
                           }));
 }
 
+TEST_F(Rules, EveryLimitHoldsItsLastValueAndRefusesTheNext) {
+    const QString sixNames = "list1=Figures,Value,Colour,P3,P4,P5,P6";
+    const QString sixPairs = "card1=(x3)a.bmp,,Value=1|Colour=2|P3=3|P4=4|P5=5|P6=6";
+    const QString longest = "card2=b.bmp,,Value=" + QString(254 - 13, QLatin1Char('v'));
+    game(with(
+        cleanGame(),
+        {{3, "players=1"}, {18, sixPairs}, {19, longest}, {28, sixNames}, {30, "num_reports=0"}}));
+    EXPECT_EQ(findings(), QStringList({
+                              "10: note: [Player 2] is above the number of players",
+                              "31: note: 1 report line above the count is not read",
+                          }));
+
+    game(with(cleanGame(), {{3, "players=6"},
+                            {5, "common_decks=0"},
+                            {18, sixPairs + "|P7=7"},
+                            {19, longest + "v"},
+                            {28, sixNames + ",P7"},
+                            {27, "total=4"},
+                            {30, "num_reports=8"}}));
+    const QStringList lines = findings();
+    const auto has = [&lines](const QString& text) {
+        return std::any_of(lines.begin(), lines.end(),
+                           [&text](const QString& line) { return line.endsWith(text); });
+    };
+    EXPECT_FALSE(has("not a whole number from 1 to 6"));
+    EXPECT_FALSE(has("not a whole number from 0 to 6"));
+    EXPECT_FALSE(has("not a whole number from 0 to 4"));
+    EXPECT_FALSE(has("not a whole number from 0 to 8"));
+    EXPECT_FALSE(has("only the first six are read") && has("property values"))
+        << "common deck 1 is no longer in use";
+    EXPECT_TRUE(has("Property list 1 has 7 property names; only the first six are read"));
+    EXPECT_TRUE(has("The value of card2 in [COMMON 1] has 255 characters; readers take only the "
+                    "first 254"));
+    EXPECT_TRUE(has("Report 8 is missing"));
+
+    game(with(cleanGame(), {{5, "common_decks="}, {18, sixPairs + "|P7=7"}}));
+    EXPECT_TRUE(findings().contains(
+        "5: error: The number of common decks is empty, not a whole number from 0 to 6"));
+    game(with(cleanGame(), {{18, sixPairs + "|P7=7"}, {28, sixNames}}));
+    EXPECT_EQ(findings(), QStringList({"18: warning: Card 1 of common deck 1 has 7 property "
+                                       "values; only the first six are read"}));
+}
+
 } // namespace
