@@ -4,6 +4,7 @@
 
 #include "check/Finding.h"
 #include "check/LineIndex.h"
+#include "store/profile/ProfileDocument.h"
 
 #include <QHash>
 #include <QSet>
@@ -28,6 +29,12 @@ struct ImageFolder {
     QSet<QString> used;                   // names on disk that the game uses
 };
 
+enum class ImageState { Found, OtherCase, Missing, NotLooked };
+struct ImageLookup {
+    ImageState state = ImageState::NotLooked;
+    QString onDisk; // the name in the directory, for another letter case
+};
+
 struct Deck {
     bool common = true;
     int player = 0;
@@ -48,9 +55,16 @@ public:
     void add(Severity severity, const Place& place, const QString& message);
 
     // Looks an image name up in the directory and records it as used.
+    ImageLookup lookUpImage(const QString& name);
+    // The finding of a lookup that did not find the name as it stands.
+    void reportImage(const ImageLookup& lookup, const QString& name, const Place& where,
+                     const QString& whose);
     void checkImage(const QString& name, const Place& where, const QString& whose);
 
     QString file;
+    // Values come from the profile reader itself, parsed once from the same
+    // bytes as the line index, so the two always agree.
+    Globals::ProfileDetail::ProfileDocument document;
     LineIndex index;
     ImageFolder images;
     int players = 0;             // in use, 0 to 6

@@ -28,69 +28,86 @@ Entry readEntry(const QString& entry) {
     return e;
 }
 
-QString cardWords(int card) {
-    return QStringLiteral("Card ") + QString::number(card);
-}
+// One card line of a deck. Its place and words are built only for a finding:
+// most cards have none, and a game holds thousands of them.
+struct Card {
+    Context& c;
+    const Deck& deck;
+    int number;
+    QString key = QStringLiteral("card") + QString::number(number);
 
-void checkProperties(Context& c, const Deck& deck, int card, const QString& text) {
-    const QString key = QStringLiteral("card") + QString::number(card);
-    const Place where = c.place(deck, key);
-    const QString who = cardWords(card) + QStringLiteral(" of ") + deck.words();
-    const QStringList pairs = text.split(u'|');
-    if (pairs.size() > 6)
-        c.add(Severity::Warning, where,
-              who + QStringLiteral(" has ") + QString::number(pairs.size()) +
-                  QStringLiteral(" property values; only the first six are read"));
-    for (qsizetype i = 0; i < std::min<qsizetype>(pairs.size(), 6); ++i) {
-        const QString& pair = pairs[i];
-        const qsizetype equals = pair.count(u'=');
-        if (equals == 0) {
-            c.add(
-                Severity::Error, where,
-                who + QStringLiteral(": ") + quoted(pair) +
+    Place where() const { return c.place(deck, key); }
+    QString who() const {
+        return QStringLiteral("Card ") + QString::number(number) + QStringLiteral(" of ") +
+               deck.words();
+    }
+    void add(Severity severity, const QString& message) const {
+        c.add(severity, where(), who() + message);
+    }
+};
+
+void checkProperties(const Card& card, QStringView text) {
+    qsizetype pairs = 0;
+    for (const QStringView pair : text.tokenize(u'|')) {
+        if (++pairs > 6)
+            continue;
+        const qsizetype equals = pair.indexOf(u'=');
+        if (equals < 0) {
+            card.add(
+                Severity::Error,
+                QStringLiteral(": ") + quoted(pair.toString()) +
                     QStringLiteral(" is no name=value pair; a value holding \"|\" is split there"));
             continue;
         }
-        if (equals > 1)
-            c.add(Severity::Error, where,
-                  who + QStringLiteral(": the value of ") + quoted(pair.section(u'=', 0, 0)) +
-                      QStringLiteral(" holds \"=\" and is cut there on reading"));
-        const QString name = pair.section(u'=', 0, 0);
-        if (!c.propertyNames.contains(name))
-            c.add(Severity::Warning, where,
-                  who + QStringLiteral(" has a value for ") + quoted(name) +
-                      QStringLiteral(", a property that stands in no property list"));
+        const QStringView name = pair.left(equals);
+        if (pair.indexOf(u'=', equals + 1) >= 0)
+            card.add(Severity::Error,
+                     QStringLiteral(": the value of ") + quoted(name.toString()) +
+                         QStringLiteral(" holds \"=\" and is cut there on reading"));
+        if (!card.c.propertyNames.contains(name.toString()))
+            card.add(Severity::Warning,
+                     QStringLiteral(" has a value for ") + quoted(name.toString()) +
+                         QStringLiteral(", a property that stands in no property list"));
     }
+    if (pairs > 6)
+        card.add(Severity::Warning,
+                 QStringLiteral(" has ") + QString::number(pairs) +
+                     QStringLiteral(" property values; only the first six are read"));
 }
 
 // Gives the copies the card adds to the deck.
-int checkCard(Context& c, const Deck& deck, int card) {
-    const QString key = QStringLiteral("card") + QString::number(card);
-    const Place where = c.place(deck, key);
-    const QString who = cardWords(card) + QStringLiteral(" of ") + deck.words();
-    const QString line = c.read(deck.section, key);
-    const QString first = Globals::GetField(line, 1, QStringLiteral(","));
+int checkCard(Context& c, const Deck& deck, int number) {
+    const Card card{c, deck, number};
+    const QString line = c.read(deck.section, card.key);
+    // Field 1 is the entry, field 3 the property text; field 2 stays empty.
+    const qsizetype comma = line.indexOf(u',');
+    const QStringView first = QStringView(line).left(comma < 0 ? line.size() : comma);
     if (first.isEmpty()) {
-        c.add(Severity::Error, where, who + QStringLiteral(" has no image"));
+        card.add(Severity::Error, QStringLiteral(" has no image"));
         return 0;
     }
-    const qsizetype commas = line.count(u',');
-    if (commas != 0 && (commas != 2 || !Globals::GetField(line, 2, QStringLiteral(",")).isEmpty()))
-        c.add(Severity::Error, where,
-              who + QStringLiteral(" holds a \",\" in its image name or in a property value; "
-                                   "the line is cut there on reading"));
-    const Entry entry = readEntry(first);
+    const qsizetype commas = comma < 0 ? 0 : line.count(u',');
+    if (commas != 0 && (commas != 2 || line.at(comma + 1) != u','))
+        card.add(Severity::Error,
+                 QStringLiteral(" holds a \",\" in its image name or in a property "
+                                "value; the line is cut there on reading"));
+    const Entry entry = readEntry(first.toString());
     if (entry.copies < 1 || entry.copies > kMaxCopies)
-        c.add(Severity::Error, where,
-              who + QStringLiteral(": the copies in ") + quoted(first) +
-                  QStringLiteral(" read as ") +
-                  (entry.copies < 1 ? QString::number(entry.copies)
-                                    : QStringLiteral("more than 32767")) +
-                  QStringLiteral("; a card has 1 to 32767 copies"));
-    c.checkImage(entry.name, where, who);
-    const QString properties = Globals::GetField(line, 3, QStringLiteral(","));
-    if (!properties.isEmpty())
-        checkProperties(c, deck, card, properties);
+        card.add(Severity::Error, QStringLiteral(": the copies in ") + quoted(first.toString()) +
+                                      QStringLiteral(" read as ") +
+                                      (entry.copies < 1 ? QString::number(entry.copies)
+                                                        : QStringLiteral("more than 32767")) +
+                                      QStringLiteral("; a card has 1 to 32767 copies"));
+    const ImageLookup image = c.lookUpImage(entry.name);
+    if (image.state != ImageState::Found)
+        c.reportImage(image, entry.name, card.where(), card.who());
+    if (const qsizetype second = commas >= 2 ? line.indexOf(u',', comma + 1) : -1; second >= 0) {
+        const qsizetype third = line.indexOf(u',', second + 1);
+        const QStringView properties =
+            QStringView(line).mid(second + 1, third < 0 ? -1 : third - second - 1);
+        if (!properties.isEmpty())
+            checkProperties(card, properties);
+    }
     return std::clamp(entry.copies, 0, kMaxCopies);
 }
 
@@ -152,8 +169,9 @@ void checkDeck(Context& c, const Deck& deck) {
     int present = 0;
     int firstMissing = 0;
     qint64 copies = 0;
+    const LineIndex::Section& lines = *c.index.section(deck.section);
     for (int card = 1; card <= cards; ++card) {
-        if (c.index.hasKey(deck.section, QStringLiteral("card") + QString::number(card))) {
+        if (LineIndex::hasFoldedKey(lines, QStringLiteral("card") + QString::number(card))) {
             ++present;
             copies += checkCard(c, deck, card);
         } else if (firstMissing == 0) {

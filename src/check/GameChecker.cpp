@@ -1,7 +1,6 @@
 #include "check/GameChecker.h"
 
 #include "check/CheckContext.h"
-#include "store/profile/ProfileStore.h"
 #include "store/profile/TextHelpers.h"
 
 #include <QDir>
@@ -10,6 +9,11 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+
+#ifdef Q_OS_UNIX
+#include <dirent.h>
+#include <sys/stat.h>
+#endif
 
 namespace check {
 
@@ -35,11 +39,12 @@ QString Deck::words() const {
 }
 
 Context::Context(const QString& gameFile, const QByteArray& bytes) : file(gameFile) {
+    document.load(bytes);
     index.scan(bytes);
 }
 
 QString Context::read(const QString& section, const QString& key) const {
-    return Globals::ReadProfileValue(section, key, file);
+    return document.read(section, key);
 }
 
 Place Context::place(Where where, const QString& section, const QString& key, int player, int deck,
@@ -63,28 +68,66 @@ void Context::add(Severity severity, const Place& where, const QString& message)
     findings.push_back({severity, where, message});
 }
 
-void Context::checkImage(const QString& name, const Place& where, const QString& whose) {
+ImageLookup Context::lookUpImage(const QString& name) {
     if (name.isEmpty() || !images.problem.isEmpty())
-        return;
+        return {};
     if (images.files.contains(name)) {
         images.used.insert(name);
-        return;
+        return {ImageState::Found, name};
     }
     const auto folded = images.byFoldedName.constFind(name.toLower());
-    if (folded != images.byFoldedName.cend()) {
-        images.used.insert(*folded);
+    if (folded == images.byFoldedName.cend())
+        return {ImageState::Missing, QString()};
+    images.used.insert(*folded);
+    return {ImageState::OtherCase, *folded};
+}
+
+void Context::reportImage(const ImageLookup& lookup, const QString& name, const Place& where,
+                          const QString& whose) {
+    if (lookup.state == ImageState::OtherCase)
         add(Severity::Warning, where,
             whose + QStringLiteral(" names ") + quoted(name) +
-                QStringLiteral(", but the file is ") + quoted(*folded) +
+                QStringLiteral(", but the file is ") + quoted(lookup.onDisk) +
                 QStringLiteral(": it is found on Windows, not where letter case counts"));
-        return;
-    }
-    add(Severity::Error, where,
-        whose + QStringLiteral(" names ") + quoted(name) +
-            QStringLiteral(", which is not in the directory ") + quoted(images.name));
+    else if (lookup.state == ImageState::Missing)
+        add(Severity::Error, where,
+            whose + QStringLiteral(" names ") + quoted(name) +
+                QStringLiteral(", which is not in the directory ") + quoted(images.name));
+}
+
+void Context::checkImage(const QString& name, const Place& where, const QString& whose) {
+    reportImage(lookUpImage(name), name, where, whose);
 }
 
 namespace {
+
+// The names of the files in a folder. Entries that cannot be followed, such
+// as a link that points at itself, are neither files nor folders and drop out.
+QStringList fileNames(const QString& folder) {
+    QStringList names;
+#ifdef Q_OS_UNIX
+    // Two thousand images: the kind of each entry comes with the listing, so
+    // only links need a look of their own.
+    const QByteArray native = QFile::encodeName(folder);
+    DIR* dir = ::opendir(native.constData());
+    if (!dir)
+        return names;
+    while (const dirent* entry = ::readdir(dir)) {
+        bool file = entry->d_type == DT_REG;
+        if (entry->d_type == DT_LNK || entry->d_type == DT_UNKNOWN) {
+            struct stat st {};
+            const QByteArray full = native + '/' + entry->d_name;
+            file = ::stat(full.constData(), &st) == 0 && S_ISREG(st.st_mode);
+        }
+        if (file)
+            names.append(QFile::decodeName(entry->d_name));
+    }
+    ::closedir(dir);
+#else
+    names = QDir(folder).entryList(QDir::Files | QDir::Hidden);
+#endif
+    return names;
+}
 
 bool isImageName(const QString& name) {
     return name.endsWith(QLatin1String(".bmp"), Qt::CaseInsensitive) ||
@@ -105,20 +148,17 @@ void listImageFolder(Context& c, const QString& folderName) {
         images.problem = QStringLiteral("is a file, not a directory");
         return;
     }
-    QDir dir(path);
     if (!info.isReadable() || !info.isExecutable()) {
         images.problem = QStringLiteral("cannot be read");
         return;
     }
-    // Entries that cannot be followed, such as a link that points at itself,
-    // are neither files nor folders and drop out here.
-    const QStringList names = dir.entryList(QDir::Files | QDir::Hidden, QDir::Name);
-    for (const QString& name : names) {
+    for (const QString& name : fileNames(path)) {
         images.files.insert(name);
         images.byFoldedName.insert(name.toLower(), name);
         if (isImageName(name))
             images.images.append(name);
     }
+    std::sort(images.images.begin(), images.images.end());
 }
 
 // A count that must lie between low and high; gives the value in use.

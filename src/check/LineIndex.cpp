@@ -12,20 +12,20 @@ bool isBlank(QChar c) {
     return u == u' ' || (u >= 0x09 && u <= 0x0D) || u == 0x1A;
 }
 
-QString trimmedBlanks(QStringView text) {
+QStringView trimmedBlanks(QStringView text) {
     qsizetype b = 0;
     qsizetype e = text.size();
     while (b < e && isBlank(text[b]))
         ++b;
     while (e > b && isBlank(text[e - 1]))
         --e;
-    return text.mid(b, e - b).toString();
+    return text.mid(b, e - b);
 }
 
 // A name ends at a NUL for the Windows readers.
-QString cutAtNul(const QString& name) {
+QString cutAtNul(QStringView name) {
     const qsizetype nul = name.indexOf(QChar(0));
-    return nul < 0 ? name : name.left(nul);
+    return (nul < 0 ? name : name.left(nul)).toString();
 }
 
 QString decode(const QByteArray& bytes) {
@@ -75,14 +75,14 @@ void LineIndex::scan(const QByteArray& bytes) {
         else if (p < end)
             ++p;
 
-        const QString trimmed = trimmedBlanks(raw);
+        const QStringView trimmed = trimmedBlanks(raw);
         if (trimmed.isEmpty())
             continue;
         if (trimmed.startsWith(u'[')) {
             const qsizetype close = trimmed.lastIndexOf(u']');
             if (close > 0) {
                 Section section;
-                section.name = cutAtNul(trimmedBlanks(QStringView(trimmed).mid(1, close - 1)));
+                section.name = cutAtNul(trimmedBlanks(trimmed.mid(1, close - 1)));
                 section.line = line;
                 const QString folded = fold(section.name);
                 if (!m_firstSection.contains(folded))
@@ -93,11 +93,9 @@ void LineIndex::scan(const QByteArray& bytes) {
         }
         const qsizetype equals = trimmed.indexOf(u'=');
         Key key;
-        key.name = cutAtNul(
-            trimmedBlanks(QStringView(trimmed).left(equals < 0 ? trimmed.size() : equals)));
+        key.name = cutAtNul(trimmedBlanks(trimmed.left(equals < 0 ? trimmed.size() : equals)));
         key.line = line;
-        key.valueLength =
-            equals < 0 ? 0 : trimmedBlanks(QStringView(trimmed).mid(equals + 1)).size();
+        key.valueLength = equals < 0 ? 0 : trimmedBlanks(trimmed.mid(equals + 1)).size();
         Section& section = m_sections.back();
         const QString folded = fold(key.name);
         if (!section.firstKey.contains(folded))
@@ -114,6 +112,10 @@ const LineIndex::Section* LineIndex::section(const QString& name) const {
 bool LineIndex::hasKey(const QString& sectionName, const QString& key) const {
     const Section* s = section(sectionName);
     return s && s->firstKey.contains(fold(key));
+}
+
+bool LineIndex::hasFoldedKey(const Section& section, const QString& foldedKey) {
+    return section.firstKey.contains(foldedKey);
 }
 
 int LineIndex::lineOf(const QString& sectionName, const QString& key) const {

@@ -32,6 +32,8 @@ public:
     // The line of a key, else of its section, else 0.
     int lineOf(const QString& section, const QString& key = QString()) const;
     bool hasKey(const QString& section, const QString& key) const;
+    // For a name already in lower case, on a section already found.
+    static bool hasFoldedKey(const Section& section, const QString& foldedKey);
 
     const std::vector<Section>& sections() const { return m_sections; }
 

@@ -109,13 +109,14 @@ struct Numbered {
 };
 
 // "card12" -> {"card", 12}; nothing for a key without a number at its end.
+// Done by hand: it runs on every key of the file.
 std::optional<Numbered> numberedKey(const QString& key) {
-    static const QRegularExpression pattern(QStringLiteral("^([a-z_]+)([0-9]{1,9})$"),
-                                            QRegularExpression::CaseInsensitiveOption);
-    const auto m = pattern.match(key);
-    if (!m.hasMatch())
+    qsizetype digits = key.size();
+    while (digits > 0 && key[digits - 1].isDigit() && key[digits - 1].unicode() < 128)
+        --digits;
+    if (digits == 0 || digits == key.size() || key.size() - digits > 9)
         return std::nullopt;
-    return Numbered{m.captured(1).toLower(), m.captured(2).toInt()};
+    return Numbered{key.left(digits).toLower(), key.mid(digits).toInt()};
 }
 
 void leftoverKeys(Context& c, const LineIndex::Section& section, const QString& prefix, int inUse,
