@@ -1,6 +1,7 @@
 #include "wizard/Program.h"
 
 #include "decks/ShowImgList.h"
+#include "guidance/GameCheckForm.h"
 #include "runtime/Runtime.h"
 #include "store/CheckForm.h"
 #include "store/profile/ProfileStore.h"
@@ -23,6 +24,8 @@ void registerForms() {
     rt::registerForm(QStringLiteral("MainForm"), [] { return new MainForm; });
     rt::registerForm(QStringLiteral("CheckForm"), [] { return new CheckForm; });
     rt::registerForm(QStringLiteral("ShowImgList"), [] { return new ShowImgList; });
+    rt::registerFormSpec(&GameCheckForm::formSpec());
+    rt::registerForm(QStringLiteral("GameCheckForm"), [] { return new GameCheckForm; });
     // Forms whose handlers come with later pages are built from their tables.
     for (const rt::FormSpec* spec :
          {&cardDetailFormSpec(), &advancedDeckPropFormSpec(), &showCrdFormSpec(), &treeFormSpec()})
