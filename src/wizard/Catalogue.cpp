@@ -189,7 +189,9 @@ rt::FormSpec buildMainForm() {
             {"Command2", -1, Kind::CommandButton, "Save", 3825, 0, 975, 375, "buttonFrame"},
             {"HelpBtn", -1, Kind::CommandButton, "?", 4920, 0, 375, 375, "buttonFrame"},
             // Where a write of the game file failed, and why.
-            {"statusLine", -1, Kind::Label, "", 120, 6045, 3570, 330, "", 0},
+            {"statusLine", -1, Kind::Label, "", 120, 6045, 2325, 330, "", 0},
+            // The whole-game check, beside the bar (F7 as well).
+            {"CheckGameBtn", -1, Kind::CommandButton, "Check game", 2550, 6000, 1140, 375, ""},
         });
     return f;
 }

@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QPointer>
+#include <QShortcut>
 
 namespace {
 QPointer<MainForm> g_mainForm;
@@ -33,6 +34,7 @@ void MainForm::bindControls() {
     Command2 = get<rt::CommandButton>("Command2");
     HelpBtn = get<rt::CommandButton>("HelpBtn");
     statusLine = get<rt::Label>("statusLine");
+    CheckGameBtn = get<rt::CommandButton>("CheckGameBtn");
 
     NameTXT = get<rt::ComboBox>("NameTXT");
     Command10 = get<rt::CommandButton>("Command10");
@@ -99,6 +101,10 @@ void MainForm::wireEvents() {
     Command2->Click = [this] { CheckAndSave(); };
     helpLabel0->Click = [this] { HideHelp(); };
     mainHelp->Click = [this] { ShowStartTips(); };
+    CheckGameBtn->Click = [this] { CheckGameBtn_Click(); };
+    // F7 is the key of the whole-game check; it acts as a click on its button.
+    auto* checkKey = new QShortcut(QKeySequence(Qt::Key_F7), this);
+    QObject::connect(checkKey, &QShortcut::activated, this, [this] { CheckGameBtn->userClick(); });
 
     NameTXT->Click = [this] { NameTXT_Click(); };
     NameTXT->KeyPress = [this](int& k) { NameTXT_KeyPress(k); };

@@ -84,6 +84,11 @@ public:
     void ShowStartTips();
     void LoadHelpBoxes();
 
+    // The whole-game check: its window, and the jump to where a finding is mended.
+    void CheckGameBtn_Click();
+    bool hasUnsavedEdits();
+    void jumpTo(int frame, int index1, int index2);
+
     // Shows a failed write of the game file; an empty text clears it.
     void showStatus(const QString& text);
 
@@ -97,6 +102,7 @@ public:
     rt::CommandButton* Command2 = nullptr;
     rt::CommandButton* HelpBtn = nullptr;
     rt::Label* statusLine = nullptr;
+    rt::CommandButton* CheckGameBtn = nullptr;
 
     // General Info.
     rt::ComboBox* NameTXT = nullptr;

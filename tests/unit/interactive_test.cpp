@@ -137,3 +137,29 @@ TEST_F(InteractiveProgram, AClickOnTheStartTipsReachesTheirHandler) {
     EXPECT_EQ(HelpMgmt::TipsClicks, 2);
     EXPECT_EQ(form->mainHelp->Caption(), tips);
 }
+
+TEST_F(InteractiveProgram, F7OpensTheWholeGameCheck) {
+    rt::installDefaultHooks();
+    rt::hooks().msgBox = [this](const QString& text, int) { messages << text; };
+    QFile game(dir.filePath("Duel.game"));
+    ASSERT_TRUE(game.open(QIODevice::WriteOnly));
+    game.write("[GAME]\r\nplayers=7\r\n");
+    game.close();
+    form->NameTXT->setText("Duel");
+    // A window's shortcut needs the window active, as a user's window is.
+    QApplication::setActiveWindow(form);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(form));
+    QString firstRow;
+    // The window is modal: what looks at it runs inside its wait.
+    QTimer::singleShot(0, [&] {
+        rt::Form* check = rt::loadedForm("GameCheckForm");
+        if (!check)
+            return;
+        firstRow = check->get<rt::ListBox>("Findings")->List(0);
+        check->Unload();
+    });
+    QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget() : form, Qt::Key_F7);
+    EXPECT_EQ(firstRow, "The game");
+    EXPECT_EQ(rt::loadedForm("GameCheckForm"), nullptr);
+    EXPECT_EQ(Globals::CurrentFrame, 0);
+}

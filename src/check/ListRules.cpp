@@ -1,0 +1,247 @@
+// Property lists and reports, and what the counts leave unread.
+
+#include "check/CheckContext.h"
+#include "store/profile/TextHelpers.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
+
+namespace check::detail {
+
+namespace {
+
+const QString kLists = QStringLiteral("PROP LISTS");
+const QString kReports = QStringLiteral("REPORTS");
+
+int countIn(Context& c, const QString& section, const QString& key, const QString& what, int high,
+            Where where) {
+    const QString text = c.read(section, key);
+    const auto n = wholeNumber(text);
+    if (!text.isEmpty() && (!n || *n > high))
+        c.add(Severity::Error, c.place(where, section, key),
+              what + QStringLiteral(" is ") + quoted(text) +
+                  QStringLiteral(", not a whole number from 0 to ") + QString::number(high));
+    return std::clamp<int>(Globals::CInt(Globals::Val(text)), 0, high);
+}
+
+} // namespace
+
+void checkPropertyLists(Context& c) {
+    c.lists = countIn(c, kLists, QStringLiteral("total"),
+                      QStringLiteral("The number of property lists"), 4, Where::PropertyLists);
+    QSet<QString> listNames;
+    for (int k = 1; k <= c.lists; ++k) {
+        const QString key = QStringLiteral("list") + QString::number(k);
+        const Place where = c.place(Where::PropertyLists, kLists, key);
+        const QString who = QStringLiteral("Property list ") + QString::number(k);
+        const QString line = c.read(kLists, key);
+        if (line.isEmpty()) {
+            c.add(Severity::Warning, where, who + QStringLiteral(" is empty"));
+            continue;
+        }
+        const QStringList fields = line.split(u',');
+        const QString& name = fields.front();
+        if (name.isEmpty())
+            c.add(Severity::Warning, where, who + QStringLiteral(" has no name"));
+        else if (listNames.contains(name))
+            c.add(Severity::Warning, where,
+                  who + QStringLiteral(" is called ") + quoted(name) +
+                      QStringLiteral(" like an earlier list; choosing it shows the later one"));
+        listNames.insert(name);
+        if (fields.size() > 7)
+            c.add(Severity::Warning, where,
+                  who + QStringLiteral(" has ") + QString::number(fields.size() - 1) +
+                      QStringLiteral(" property names; only the first six are read"));
+        QSet<QString> inList;
+        for (qsizetype j = 1; j < std::min<qsizetype>(fields.size(), 7); ++j) {
+            const QString& property = fields[j];
+            if (property.isEmpty())
+                continue;
+            if (inList.contains(property))
+                c.add(Severity::Warning, where,
+                      who + QStringLiteral(" names the property ") + quoted(property) +
+                          QStringLiteral(" twice"));
+            inList.insert(property);
+            c.propertyNames.insert(property);
+        }
+    }
+}
+
+void checkReports(Context& c) {
+    const int reports = countIn(c, kReports, QStringLiteral("num_reports"),
+                                QStringLiteral("The number of reports"), 8, Where::Report);
+    static const QStringList types = {QStringLiteral("SUM"), QStringLiteral("COUNT")};
+    static const QStringList scopes = {QStringLiteral("ALL"), QStringLiteral("HAND"),
+                                       QStringLiteral("SELECTED")};
+    for (int r = 1; r <= reports; ++r) {
+        const QString key = QStringLiteral("report") + QString::number(r);
+        const Place where = c.place(Where::Report, kReports, key, 0, 0, r);
+        const QString who = QStringLiteral("Report ") + QString::number(r);
+        const QString line = c.read(kReports, key);
+        if (line.isEmpty()) {
+            c.add(Severity::Error, where, who + QStringLiteral(" is missing"));
+            continue;
+        }
+        const QString type = Globals::GetField(line, 2, QStringLiteral(","));
+        const QString scope = Globals::GetField(line, 3, QStringLiteral(","));
+        const QString property = Globals::GetField(line, 5, QStringLiteral(","));
+        if (!types.contains(type))
+            c.add(Severity::Error, where,
+                  who + QStringLiteral(" has the type ") + quoted(type) +
+                      QStringLiteral(", which is neither \"SUM\" nor \"COUNT\""));
+        if (!scopes.contains(scope))
+            c.add(Severity::Error, where,
+                  who + QStringLiteral(" has the scope ") + quoted(scope) +
+                      QStringLiteral(", which is none of \"ALL\", \"HAND\" and \"SELECTED\""));
+        if (!c.propertyNames.contains(property))
+            c.add(Severity::Error, where,
+                  who + QStringLiteral(" is on the property ") + quoted(property) +
+                      QStringLiteral(", which stands in no property list"));
+    }
+}
+
+namespace {
+
+struct Numbered {
+    QString prefix;
+    int number = 0;
+};
+
+// "card12" -> {"card", 12}; nothing for a key without a number at its end.
+// Done by hand: it runs on every key of the file.
+std::optional<Numbered> numberedKey(const QString& key) {
+    qsizetype digits = key.size();
+    while (digits > 0 && key[digits - 1].isDigit() && key[digits - 1].unicode() < 128)
+        --digits;
+    if (digits == 0 || digits == key.size() || key.size() - digits > 9)
+        return std::nullopt;
+    return Numbered{key.left(digits).toLower(), key.mid(digits).toInt()};
+}
+
+void leftoverKeys(Context& c, const LineIndex::Section& section, const QString& prefix, int inUse,
+                  Place where, const QString& what) {
+    int count = 0;
+    for (const LineIndex::Key& key : section.keys) {
+        const auto n = numberedKey(key.name);
+        if (!n || n->prefix != prefix || n->number <= inUse)
+            continue;
+        if (count++ == 0)
+            where.line = key.line;
+    }
+    if (count == 0)
+        return;
+    c.add(Severity::Note, where,
+          QString::number(count) + QLatin1Char(' ') + what +
+              (count == 1 ? QStringLiteral(" line above the count is")
+                          : QStringLiteral(" lines above the count are")) +
+              QStringLiteral(" not read"));
+}
+
+} // namespace
+
+namespace {
+
+// The page a section belongs to, read off its name.
+struct SectionKind {
+    Where where = Where::Game;
+    int player = 0;
+    int deck = 0;
+    bool known = false;
+};
+
+SectionKind kindOf(const QString& name) {
+    static const QRegularExpression player(QStringLiteral("^player ([0-9]{1,9})$"),
+                                           QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression common(QStringLiteral("^common ([0-9]{1,9})$"),
+                                           QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression deck(QStringLiteral("^deck ([0-9]{1,9}) player ([0-9]{1,9})$"),
+                                         QRegularExpression::CaseInsensitiveOption);
+    if (const auto m = player.match(name); m.hasMatch())
+        return {Where::Player, m.captured(1).toInt(), 0, true};
+    if (const auto m = common.match(name); m.hasMatch())
+        return {Where::CommonDeck, 0, m.captured(1).toInt(), true};
+    if (const auto m = deck.match(name); m.hasMatch())
+        return {Where::PlayerDeck, m.captured(2).toInt(), m.captured(1).toInt(), true};
+    if (LineIndex::fold(name) == LineIndex::fold(kLists))
+        return {Where::PropertyLists, 0, 0, true};
+    if (LineIndex::fold(name) == LineIndex::fold(kReports))
+        return {Where::Report, 0, 0, true};
+    return {Where::Game, 0, 0, LineIndex::fold(name) == QLatin1String("game")};
+}
+
+Place sectionPlace(Context& c, const LineIndex::Section& s, const QString& key, int line) {
+    const SectionKind kind = kindOf(s.name);
+    Place p = c.place(kind.where, s.name, key, kind.player, kind.deck);
+    p.line = line;
+    return p;
+}
+
+int decksize(Context& c, const QString& section) {
+    return Globals::CInt(Globals::Val(c.read(section, QStringLiteral("decksize"))));
+}
+
+} // namespace
+
+void checkLeftovers(Context& c) {
+    QSet<QString> seen;
+    for (const LineIndex::Section& s : c.index.sections()) {
+        // Lines before the first header, and a later section of a name already
+        // seen, are no section that the counts speak of.
+        if (s.line == 0 || seen.contains(LineIndex::fold(s.name)))
+            continue;
+        seen.insert(LineIndex::fold(s.name));
+        const SectionKind kind = kindOf(s.name);
+        const Place p = sectionPlace(c, s, QString(), s.line);
+        const QString head = QLatin1Char('[') + s.name + QLatin1Char(']');
+        switch (kind.where) {
+        case Where::Player:
+            if (kind.player > c.players)
+                c.add(Severity::Note, p, head + QStringLiteral(" is above the number of players"));
+            break;
+        case Where::CommonDeck:
+            if (kind.deck > c.commonDecks)
+                c.add(Severity::Note, p,
+                      head + QStringLiteral(" is above the number of common decks"));
+            else
+                leftoverKeys(c, s, QStringLiteral("card"), decksize(c, s.name), p,
+                             QStringLiteral("card"));
+            break;
+        case Where::PlayerDeck:
+            if (kind.player > c.players || kind.deck > c.playerDecks[std::clamp(kind.player, 0, 6)])
+                c.add(Severity::Note, p,
+                      head + QStringLiteral(" is above the number of players or of their decks"));
+            else
+                leftoverKeys(c, s, QStringLiteral("card"), decksize(c, s.name), p,
+                             QStringLiteral("card"));
+            break;
+        case Where::PropertyLists:
+            leftoverKeys(c, s, QStringLiteral("list"), c.lists, p, QStringLiteral("property list"));
+            break;
+        case Where::Report:
+            leftoverKeys(c, s, QStringLiteral("report"),
+                         std::clamp<int>(Globals::CInt(Globals::Val(
+                                             c.read(kReports, QStringLiteral("num_reports")))),
+                                         0, 8),
+                         p, QStringLiteral("report"));
+            break;
+        case Where::Game:
+            break;
+        }
+    }
+}
+
+void checkLongValues(Context& c) {
+    for (const LineIndex::Section& s : c.index.sections()) {
+        for (const LineIndex::Key& key : s.keys) {
+            if (key.valueLength <= 254)
+                continue;
+            c.add(Severity::Error, sectionPlace(c, s, key.name, key.line),
+                  QStringLiteral("The value of ") + key.name + QStringLiteral(" in [") + s.name +
+                      QStringLiteral("] has ") + QString::number(key.valueLength) +
+                      QStringLiteral(" characters; readers take only the first 254"));
+        }
+    }
+}
+
+} // namespace check::detail

@@ -1,0 +1,77 @@
+// The "Check game" command: the whole-game check on the game as its file
+// holds it, and a jump to where a finding is mended.
+
+#include "check/LineIndex.h"
+#include "guidance/GameCheckForm.h"
+#include "runtime/Runtime.h"
+#include "store/GamePath.h"
+#include "store/profile/ProfileDocument.h"
+#include "store/profile/ProfileStore.h"
+#include "wizard/Globals.h"
+#include "wizard/MainForm.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+using namespace Globals;
+
+namespace {
+
+// Whether a reader of the two texts of a game file would see another value
+// anywhere. A key the save adds with an empty value reads as before, and
+// the two deck flags that every deck save resets are no edit of the page.
+bool readsDifferently(const QByteArray& before, const QByteArray& after) {
+    ProfileDetail::ProfileDocument was;
+    ProfileDetail::ProfileDocument now;
+    was.load(before);
+    now.load(after);
+    check::LineIndex keys;
+    keys.scan(after);
+    for (const check::LineIndex::Section& section : keys.sections()) {
+        for (const check::LineIndex::Key& key : section.keys) {
+            const QString name = key.name.toLower();
+            if (name == QLatin1String("split") || name == QLatin1String("draw_facedown"))
+                continue;
+            if (was.read(section.name, key.name) != now.read(section.name, key.name))
+                return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+// What a Save would change in the file, found by saving into a copy of it:
+// the same code writes, so nothing the Save button stores can be missed.
+bool MainForm::hasUnsavedEdits() {
+    if (NameTXT->Text().isEmpty())
+        return false;
+    QFile game(GameFilePath());
+    if (!game.open(QIODevice::ReadOnly))
+        return true;
+    const QByteArray before = game.readAll();
+    QTemporaryDir scratch;
+    const QString appPath = rt::AppPath();
+    rt::setAppPath(scratch.path());
+    QFile copy(GameFilePath());
+    bool changed = false;
+    if (copy.open(QIODevice::WriteOnly) && copy.write(before) == before.size()) {
+        copy.close();
+        SaveGameData(GameFilePath());
+        FlushProfiles();
+        changed = copy.open(QIODevice::ReadOnly) && readsDifferently(before, copy.readAll());
+    }
+    rt::setAppPath(appPath);
+    return changed;
+}
+
+void MainForm::CheckGameBtn_Click() {
+    HideHelp();
+    const bool unsaved = hasUnsavedEdits();
+    auto* form = rt::Load<GameCheckForm>();
+    form->showUnsaved(unsaved);
+    form->Show(1);
+    const GameCheckForm::Target target = GameCheckForm::choice;
+    if (target.frame >= 0)
+        jumpTo(target.frame, target.index1, target.index2);
+}
