@@ -99,6 +99,8 @@ void MainForm::wireEvents() {
     Command2->Click = [this] { CheckAndSave(); };
     helpLabel0->Click = [this] { HideHelp(); };
     mainHelp->Click = [this] { ShowStartTips(); };
+    HelpBtn->Click = [this] { ToggleHelp(); };
+    TreeBtn->Click = [this] { TreeBtn_Click(); };
 
     NameTXT->Click = [this] { NameTXT_Click(); };
     NameTXT->KeyPress = [this](int& k) { NameTXT_KeyPress(k); };

@@ -59,6 +59,9 @@ public:
     void HideHelp();
     void ShowStartTips();
     void LoadHelpBoxes();
+    void ToggleHelp();
+    void DrawHelpText(const QString& text, int index);
+    void TreeBtn_Click();
 
     // Shows a failed write of the game file; an empty text clears it.
     void showStatus(const QString& text);
@@ -138,6 +141,8 @@ public:
 private:
     void bindControls();
     void wireEvents();
+    // Whether the control that a help note waits for is still empty.
+    bool helpControlEmpty(const QString& name) const;
 };
 
 // The one MainForm while the program runs, or nullptr.

@@ -1,6 +1,7 @@
 #include "wizard/Program.h"
 
 #include "decks/ShowImgList.h"
+#include "guidance/TreeForm.h"
 #include "runtime/Runtime.h"
 #include "store/CheckForm.h"
 #include "store/profile/ProfileStore.h"
@@ -23,9 +24,10 @@ void registerForms() {
     rt::registerForm(QStringLiteral("MainForm"), [] { return new MainForm; });
     rt::registerForm(QStringLiteral("CheckForm"), [] { return new CheckForm; });
     rt::registerForm(QStringLiteral("ShowImgList"), [] { return new ShowImgList; });
+    rt::registerForm(QStringLiteral("TreeForm"), [] { return new TreeForm; });
     // Forms whose handlers come with later pages are built from their tables.
     for (const rt::FormSpec* spec :
-         {&cardDetailFormSpec(), &advancedDeckPropFormSpec(), &showCrdFormSpec(), &treeFormSpec()})
+         {&cardDetailFormSpec(), &advancedDeckPropFormSpec(), &showCrdFormSpec()})
         rt::registerForm(spec->name, [spec] { return new rt::Form(*spec); });
 }
 
