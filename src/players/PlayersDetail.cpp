@@ -1,7 +1,49 @@
-// Players Detail page.
+// Players Detail page: how many decks of their own the current player has.
+// Unlike every other number of the game, it goes to the file at once.
 
+#include "decks/DeckButtons.h"
+#include "runtime/Runtime.h"
+#include "store/GamePath.h"
+#include "store/profile/ProfileStore.h"
+#include "store/profile/TextHelpers.h"
+#include "wizard/Globals.h"
 #include "wizard/MainForm.h"
 
-// The player's page reads its data when it comes up; it arrives with the
-// players' detail work.
-void MainForm::LoadPlayerData() {}
+using namespace Globals;
+
+void MainForm::LoadPlayerData() {
+    const QString name =
+        CurrentIndex >= 1 && CurrentIndex <= 6 ? PLname[CurrentIndex - 1]->Text() : QString();
+    Wiz[2]->setCaption(QStringLiteral("Data Player #") + QString::number(CurrentIndex) +
+                       QLatin1Char(' ') + name);
+    // Runs NumPLdecks_Change only when the text differs, so that two players
+    // with the same count keep the buttons and write nothing.
+    NumPLdecks->setText(
+        Trim(ReadProfileValue(QStringLiteral("PLAYER ") + QString::number(CurrentIndex),
+                              QStringLiteral("decks"), GameFilePath())));
+}
+
+void MainForm::NumPLdecks_Change() {
+    const double v = Val(NumPLdecks->Text());
+    if (decks::deckCountRefused(v)) {
+        rt::MsgBox(decks::DeckCountRefused, 0);
+        return;
+    }
+    decks::followDeckCount(ShowPlayerDeck, v);
+    WriteProfileValue(QStringLiteral("Player ") + QString::number(CurrentIndex),
+                      QStringLiteral("decks"), NumPLdecks->Text(), GameFilePath());
+    UpdatePlayerList();
+}
+
+void MainForm::ShowPlayerDeck_Click(int Index) {
+    CurrentFrame = 4;
+    CurrentPlayerDeck = static_cast<qint16>(Index + 1);
+    IsCommonDeck = False;
+    LoadDeckData(QStringLiteral("DECK ") + QString::number(Index + 1) + QStringLiteral(" PLAYER ") +
+                 QString::number(CurrentIndex));
+    ShowFrame();
+}
+
+void MainForm::MrkUseOption_Click() {
+    ShowMarkersBtn->setVisible(MrkUseOption->Value() != 0);
+}

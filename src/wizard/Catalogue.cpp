@@ -17,17 +17,18 @@ QString nth(const char* pattern, int n) {
     return QString::fromLatin1(pattern).arg(n);
 }
 
-// Page 6 holds four property lists, one a quarter of its frame.
+// Page 6 holds four property lists, one a quarter of its frame, each a name
+// above two columns of three property names.
 void addPropertyLists(std::vector<rt::ControlSpec>& c) {
-    auto quarterX = [](int k) { return 60 + (k % 2) * 4260; };
+    auto quarterX = [](int k) { return 120 + (k % 2) * 4320; };
     auto quarterY = [](int k) { return 60 + (k / 2) * 1620; };
     for (int k = 0; k < 4; ++k) {
         c.push_back({"lbl", k, Kind::Label, "Name", quarterX(k), quarterY(k) + 15, 630, 285,
                      "pNameFrame", SansBold | Centred, Yellow});
-        c.push_back({"pListName", k, Kind::TextBox, "", quarterX(k) + 690, quarterY(k), 3390, 315,
+        c.push_back({"pListName", k, Kind::TextBox, "", quarterX(k) + 690, quarterY(k), 3450, 315,
                      "pNameFrame", 0, 0xFFFFFFFF});
         for (int j = 0; j < 6; ++j) {
-            const int x = quarterX(k) + (j / 3) * 2070;
+            const int x = quarterX(k) + (j / 3) * 2130;
             const int y = quarterY(k) + 420 + (j % 3) * 375;
             c.push_back({"lbl", 4 + k * 6 + j, Kind::Label, QString::number(j + 1), x, y + 15, 285,
                          285, "pNameFrame", SansBold | Centred, Orange});
@@ -144,17 +145,17 @@ rt::FormSpec buildMainForm() {
     page(6);
     c.push_back(
         {"UsePropOpt", -1, Kind::CheckBox, "Use Properties", 240, 360, 2400, 315, "Wiz(6)"});
-    c.push_back({"pNameFrame", -1, Kind::Frame, "Property list", 240, 765, 8535, 3300, "Wiz(6)",
+    c.push_back({"pNameFrame", -1, Kind::Frame, "Property list", 240, 765, 8700, 3300, "Wiz(6)",
                  Hidden | NoBorder, Grey});
     addPropertyLists(c);
-    c.push_back({"repFrame", -1, Kind::Frame, "Frame1", 240, 4170, 8535, 1455, "Wiz(6)",
+    c.push_back({"repFrame", -1, Kind::Frame, "Frame1", 240, 4170, 8700, 1455, "Wiz(6)",
                  Hidden | NoBorder});
     c.push_back(
         {"Label11", -1, Kind::Label, "Number of Reports", 0, 60, 1920, 255, "repFrame", ArialBold});
     c.push_back({"repNum", -1, Kind::TextBox, "", 1980, 0, 615, 315, "repFrame"});
     for (int i = 0; i < 8; ++i)
         c.push_back({"ShowReport", i, Kind::CommandButton, nth("Show Report #%1", i + 1),
-                     (i % 4) * 2130, 525 + (i / 4) * 465, 2010, 375, "repFrame", Hidden});
+                     (i % 4) * 2200, 525 + (i / 4) * 465, 2100, 375, "repFrame", Hidden});
 
     // Report Detail
     page(7);
@@ -220,9 +221,11 @@ rt::FormSpec buildCardDetailForm() {
         });
     for (int j = 0; j < 6; ++j) {
         const int y = 690 + j * 315;
-        c.push_back({"lbl", j, Kind::Label, QString::number(j + 1), 120, y + 15, 285, 270,
+        // Wide enough for a property name, not just the design's "1" to "6".
+        c.push_back({"lbl", j, Kind::Label, QString::number(j + 1), 120, y + 15, 1110, 270,
                      "propFrame", Centred, Orange});
-        c.push_back({"pName", j, Kind::TextBox, "", 465, y, 2055, 300, "propFrame", 0, 0xFFFFFFFF});
+        c.push_back(
+            {"pName", j, Kind::TextBox, "", 1290, y, 1230, 300, "propFrame", 0, 0xFFFFFFFF});
     }
     return f;
 }

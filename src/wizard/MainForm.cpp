@@ -113,6 +113,33 @@ void MainForm::wireEvents() {
     PlNum->Validate = [this](bool& cancel) { PlNum_Validate(cancel); };
     for (int i = 0; i < 6; ++i)
         PL_data[i]->Click = [this, i] { PL_data_Click(i); };
+
+    NumPLdecks->Change = [this] { NumPLdecks_Change(); };
+    MrkUseOption->Click = [this] { MrkUseOption_Click(); };
+    CommDecksNum->Change = [this] { CommDecksNum_Change(); };
+    CommDecksNum->Validate = [this](bool& cancel) { CommDecksNum_Validate(cancel); };
+    for (int i = 0; i < 6; ++i) {
+        ShowPlayerDeck[i]->Click = [this, i] { ShowPlayerDeck_Click(i); };
+        ShowCommonDeck[i]->Click = [this, i] { ShowCommonDeck_Click(i); };
+    }
+
+    Command1->Click = [this] { Command1_Click(); };
+    Command6->Click = [this] { Command6_Click(); };
+    Command7->Click = [this] { Command7_Click(); };
+    Command3->Click = [this] { Command3_Click(); };
+    Command4->Click = [this] { Command4_Click(); };
+    Command8->Click = [this] { Command8_Click(); };
+    Command5->Click = [this] { Command5_Click(); };
+    Command11->Click = [this] { Command11_Click(); };
+    Command9->Click = [this] { Command9_Click(); };
+    File1->DblClick = [this] { File1_DblClick(); };
+    commonList->DblClick = [this] { commonList_DblClick(); };
+    commonList->KeyPress = [this](int& k) { commonList_KeyPress(k); };
+
+    UsePropOpt->Click = [this] { UsePropOpt_Click(); };
+    repNum->Change = [this] { repNum_Change(); };
+    for (int i = 0; i < 8; ++i)
+        ShowReport[i]->Click = [this, i] { ShowReport_Click(i); };
 }
 
 void MainForm::Form_Load() {

@@ -43,16 +43,40 @@ public:
 
     // Players Detail page.
     void LoadPlayerData();
+    void NumPLdecks_Change();
+    void ShowPlayerDeck_Click(int Index);
+    void MrkUseOption_Click();
 
-    // Decks.
+    // Decks Info page.
+    void CommDecksNum_Change();
+    void CommDecksNum_Validate(bool& Cancel);
+    void ShowCommonDeck_Click(int Index);
+
+    // Decks Detail page, and the open deck between its section and the page.
     void LoadDeckData(const QString& section);
     void SaveDeckData(bool isCommonDeck, qint16 deckId);
     void UpdateCardCount();
+    void Command1_Click();
+    void Command6_Click();
+    void Command7_Click();
+    void Command3_Click();
+    void Command4_Click();
+    void Command8_Click();
+    void Command5_Click();
+    void Command11_Click();
+    void Command9_Click();
+    void File1_DblClick();
+    void commonList_DblClick();
+    void commonList_KeyPress(int& KeyAscii);
+    void ShowSelectedImage();
 
     // Property lists and reports.
     void showProperties();
+    void UsePropOpt_Click();
     void SaveProperties(const QString& file);
     void LoadReportCount();
+    void repNum_Change();
+    void ShowReport_Click(int Index);
     void DisplayReport(qint16 index);
 
     // Guidance.

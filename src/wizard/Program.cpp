@@ -1,5 +1,8 @@
 #include "wizard/Program.h"
 
+#include "decks/CardDetailForm.h"
+#include "decks/DeckPropForm.h"
+#include "decks/ShowCrdForm.h"
 #include "decks/ShowImgList.h"
 #include "guidance/TreeForm.h"
 #include "runtime/Runtime.h"
@@ -24,11 +27,11 @@ void registerForms() {
     rt::registerForm(QStringLiteral("MainForm"), [] { return new MainForm; });
     rt::registerForm(QStringLiteral("CheckForm"), [] { return new CheckForm; });
     rt::registerForm(QStringLiteral("ShowImgList"), [] { return new ShowImgList; });
+    rt::registerForm(QStringLiteral("ShowCrdForm"), [] { return new ShowCrdForm; });
+    rt::registerForm(QStringLiteral("CardDetailForm"), [] { return new CardDetailForm; });
+    rt::registerForm(QStringLiteral("AdvancedDeckPropForm"),
+                     [] { return new AdvancedDeckPropForm; });
     rt::registerForm(QStringLiteral("TreeForm"), [] { return new TreeForm; });
-    // Forms whose handlers come with later pages are built from their tables.
-    for (const rt::FormSpec* spec :
-         {&cardDetailFormSpec(), &advancedDeckPropFormSpec(), &showCrdFormSpec()})
-        rt::registerForm(spec->name, [spec] { return new rt::Form(*spec); });
 }
 
 void installStoreHooks() {

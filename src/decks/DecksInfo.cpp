@@ -1,0 +1,33 @@
+// Decks Info page: how many common decks the game has, and a button to each.
+
+#include "decks/DeckButtons.h"
+#include "runtime/Runtime.h"
+#include "store/profile/TextHelpers.h"
+#include "wizard/Globals.h"
+#include "wizard/MainForm.h"
+
+using namespace Globals;
+
+void MainForm::CommDecksNum_Change() {
+    const double v = Val(CommDecksNum->Text());
+    if (decks::deckCountRefused(v)) {
+        rt::MsgBox(decks::DeckCountRefused, 0);
+        return;
+    }
+    decks::followDeckCount(ShowCommonDeck, v);
+}
+
+void MainForm::CommDecksNum_Validate(bool& Cancel) {
+    if (decks::deckCountRefused(Val(CommDecksNum->Text()))) {
+        rt::MsgBox(decks::DeckCountRefused, 0);
+        Cancel = true;
+    }
+}
+
+void MainForm::ShowCommonDeck_Click(int Index) {
+    CurrentFrame = 4;
+    IsCommonDeck = True;
+    CurrentIndex = static_cast<qint16>(Index + 1);
+    LoadDeckData(QStringLiteral("COMMON ") + QString::number(Index + 1));
+    ShowFrame();
+}
