@@ -1,6 +1,7 @@
 // Check boxes, the controls with a caption, pictures and the open dialog.
 
 #include "runtime/Controls.h"
+#include "runtime/Accessibility.h"
 #include "runtime/PropertyName.h"
 #include "runtime/Runtime.h"
 
@@ -112,6 +113,7 @@ bool CheckBox::setProperty(const QString& prop, int index, const QVariant& value
 void CaptionedControl::setCaption(const QString& caption) {
     m_caption = caption;
     showCaption(caption);
+    captionChanged(*this, caption);
 }
 
 bool CaptionedControl::getProperty(const QString& prop, int index, QVariant& out) const {

@@ -1,5 +1,6 @@
 #include "runtime/Form.h"
 
+#include "runtime/Accessibility.h"
 #include "runtime/Runtime.h"
 
 #include <QCloseEvent>
@@ -153,6 +154,7 @@ Control* Form::makeControl(const ControlSpec& s) {
 void Form::build() {
     for (const ControlSpec& s : m_spec.controls)
         makeControl(s);
+    describeForm(*this, m_controls);
 }
 
 Control* Form::control(const QString& name, int index) const {

@@ -101,6 +101,8 @@ void MainForm::wireEvents() {
     Command2->Click = [this] { CheckAndSave(); };
     helpLabel0->Click = [this] { HideHelp(); };
     mainHelp->Click = [this] { ShowStartTips(); };
+    HelpBtn->Click = [this] { ToggleHelp(); };
+    TreeBtn->Click = [this] { TreeBtn_Click(); };
     CheckGameBtn->Click = [this] { CheckGameBtn_Click(); };
     // F7 is the key of the whole-game check; it acts as a click on its button.
     auto* checkKey = new QShortcut(QKeySequence(Qt::Key_F7), this);

@@ -83,8 +83,11 @@ public:
     void HideHelp();
     void ShowStartTips();
     void LoadHelpBoxes();
+    void ToggleHelp();
+    void DrawHelpText(const QString& text, int index);
+    void TreeBtn_Click();
 
-    // The whole-game check: its window, and the jump to where a finding is mended.
+    // The whole-game check, and the jump to a page that it shares with the index.
     void CheckGameBtn_Click();
     bool hasUnsavedEdits();
     void jumpTo(int frame, int index1, int index2);
@@ -168,6 +171,8 @@ public:
 private:
     void bindControls();
     void wireEvents();
+    // Whether the control that a help note waits for is still empty.
+    bool helpControlEmpty(const QString& name) const;
 };
 
 // The one MainForm while the program runs, or nullptr.

@@ -5,6 +5,7 @@
 #include "decks/ShowCrdForm.h"
 #include "decks/ShowImgList.h"
 #include "guidance/GameCheckForm.h"
+#include "guidance/TreeForm.h"
 #include "runtime/Runtime.h"
 #include "store/CheckForm.h"
 #include "store/profile/ProfileStore.h"
@@ -31,11 +32,9 @@ void registerForms() {
     rt::registerForm(QStringLiteral("CardDetailForm"), [] { return new CardDetailForm; });
     rt::registerForm(QStringLiteral("AdvancedDeckPropForm"),
                      [] { return new AdvancedDeckPropForm; });
+    rt::registerForm(QStringLiteral("TreeForm"), [] { return new TreeForm; });
     rt::registerFormSpec(&GameCheckForm::formSpec());
     rt::registerForm(QStringLiteral("GameCheckForm"), [] { return new GameCheckForm; });
-    // Forms whose handlers come with later pages are built from their tables.
-    for (const rt::FormSpec* spec : {&treeFormSpec()})
-        rt::registerForm(spec->name, [spec] { return new rt::Form(*spec); });
 }
 
 void installStoreHooks() {
