@@ -136,12 +136,21 @@ GameCheckForm::GameCheckForm() : rt::Form(formSpec()) {
     Findings = get<rt::ListBox>(QStringLiteral("Findings"));
     summary = get<rt::Label>(QStringLiteral("summary"));
     Findings->DblClick = [this] { Findings_DblClick(); };
-    if (auto* list = qobject_cast<QListWidget*>(Findings->widget()))
+    if (auto* list = qobject_cast<QListWidget*>(Findings->widget())) {
+        // A long message wraps within the window rather than run off its edge.
         list->setWordWrap(true);
+        list->setTextElideMode(Qt::ElideNone);
+        list->setResizeMode(QListView::Adjust);
+        list->setUniformItemSizes(false);
+    }
 }
 
 void GameCheckForm::showUnsaved(bool unsaved) {
+    // The list takes the note's room when there is nothing to say.
     unsavedNote->setVisible(unsaved);
+    const int bottom = Findings->Top() + Findings->Height();
+    Findings->setTop(unsaved ? 570 : 120);
+    Findings->setHeight(bottom - Findings->Top());
 }
 
 void GameCheckForm::Form_Load() {
@@ -172,9 +181,15 @@ void GameCheckForm::fill(const check::GameReport& report) {
     std::map<Group, std::vector<const Finding*>> groups;
     for (const Finding& f : report.findings)
         groups[groupOf(f.place)].push_back(&f);
+    auto* list = qobject_cast<QListWidget*>(Findings->widget());
     for (const auto& [group, findings] : groups) {
         const Place& first = findings.front()->place;
         Findings->AddItem(groupTitle(first));
+        if (list) {
+            QFont bold = list->font();
+            bold.setBold(true);
+            list->item(Findings->ListCount() - 1)->setFont(bold);
+        }
         Findings->setItemData(Findings->ListCount() - 1, static_cast<qint32>(m_targets.size()));
         m_targets.push_back(targetOf(first));
         for (const Finding* f : findings) {
