@@ -121,3 +121,26 @@ TEST_F(StoreTest, TextCrossesAsWindows1252UnlessTheFileIsUtf8) {
     ASSERT_EQ(save("GAME", "name", QString::fromUtf8("Ω"), utf8), 1);
     EXPECT_EQ(bytesOf(utf8), "\xEF\xBB\xBF[GAME]\r\nname=\xCE\xA9\r\n");
 }
+
+TEST_F(StoreTest, BlanksQuotesAndLetterCaseAtTheirEdges) {
+    const QString file = path("edges.game");
+    put(file, "[s]\r\n"
+              "\x0Bk\x0B=\x0Cv\x0C\r\n"
+              "\x1A"
+              "eof \x1A= ^Z is a blank\x1A\r\n"
+              "empty=\"\"\r\n"
+              "one=\"\r\n"
+              "[ZONE]\r\n"
+              "ZIP=z\r\n"
+              "AZ[=bracket\r\n");
+    EXPECT_EQ(ReadProfileValue("s", "k", file), "v");
+    EXPECT_EQ(ReadProfileValue("\x0Cs\x0D", "\x09k\x0A", file), "v");
+    EXPECT_EQ(ReadProfileValue("s", "eof", file), "^Z is a blank");
+    EXPECT_EQ(ReadProfileValue("s", "empty", file), "") << "two quotes hold nothing";
+    EXPECT_EQ(ReadProfileValue("s", "one", file), "\"");
+    // "Z" and "z" are the ends of the fold; "[" and "{" lie just beyond them.
+    EXPECT_EQ(ReadProfileValue("zone", "zip", file), "z");
+    EXPECT_EQ(ReadProfileValue("Zone", "zIP", file), "z");
+    EXPECT_EQ(ReadProfileValue("zone", "az[", file), "bracket");
+    EXPECT_EQ(ReadProfileValue("zone", "az{", file), "");
+}
