@@ -193,8 +193,7 @@ TEST_F(StoreTest, LeftoversOfDeadSavesGoButLiveOnesStay) {
 
     ASSERT_EQ(save("GAME", "name", "Trio", file), 1);
     ::close(live);
-    EXPECT_EQ(folderEntries(dir.path()),
-              (QStringList{".game.game.live01", ".game.game.toolong1", ".other.game.dead02",
-                           "game.game"}));
+    EXPECT_EQ(folderEntries(dir.path()), (QStringList{".game.game.live01", ".game.game.toolong1",
+                                                      ".other.game.dead02", "game.game"}));
     EXPECT_EQ(bytesOf(file), "[GAME]\r\nname=Trio\r\n");
 }

@@ -24,11 +24,13 @@ TEST_F(StoreTest, Utf16FilesReadAndWriteInTheirOwnEncoding) {
         SCOPED_TRACE(bigEndian ? "big-endian" : "little-endian");
         const QString file = path(bigEndian ? "be.game" : "le.game");
         // A lone surrogate and LF line ends: both go out as they came in.
-        const QString before = QString::fromUtf8("; by hand\n[GAME]\nname = Caf\u00e9 \u03a9 \U0001F600\n"
-                                                 "odd=") +
-                               QChar(0xD800) + QStringLiteral("\n[s]\nk=1\n");
+        const QString before =
+            QString::fromUtf8("; by hand\n[GAME]\nname = Caf\u00e9 \u03a9 \U0001F600\n"
+                              "odd=") +
+            QChar(0xD800) + QStringLiteral("\n[s]\nk=1\n");
         put(file, utf16(before, bigEndian));
-        EXPECT_EQ(ReadProfileValue("game", "NAME", file), QString::fromUtf8("Caf\u00e9 \u03a9 \U0001F600"));
+        EXPECT_EQ(ReadProfileValue("game", "NAME", file),
+                  QString::fromUtf8("Caf\u00e9 \u03a9 \U0001F600"));
         EXPECT_EQ(ReadProfileValue("s", "k", file), "1");
 
         ASSERT_EQ(WriteProfileValue("s", "k", QString::fromUtf8("\u20ac2"), file), 1);

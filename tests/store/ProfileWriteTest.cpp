@@ -134,8 +134,9 @@ TEST_F(StoreTest, NamesGoInAsWindowsWritesThem) {
     EXPECT_EQ(ReadProfileValue("GAME", "break", file), "b");
     EXPECT_EQ(ReadProfileValue("", "top", file), "2");
     FlushProfiles();
-    EXPECT_EQ(bytesOf(file).toStdString(), "top=2\r\nsecond=3\r\n[GAME]\r\nname=Duel\r\nbad=key=v\r\n;semi=s\r\n"
-                             "[open=o\r\nline\nbreak=b\r\nlead=value \r\n");
+    EXPECT_EQ(bytesOf(file).toStdString(),
+              "top=2\r\nsecond=3\r\n[GAME]\r\nname=Duel\r\nbad=key=v\r\n;semi=s\r\n"
+              "[open=o\r\nline\nbreak=b\r\nlead=value \r\n");
     EXPECT_TRUE(errors.empty());
 
     // The section before any header is "" also in a file without headers.

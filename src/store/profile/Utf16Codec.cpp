@@ -18,8 +18,7 @@ void putUnit(QByteArray& out, char16_t unit, bool bigEndian) {
 }
 
 // Appends the generalized UTF-8 of a sequence of 16-bit units.
-template <typename UnitAt>
-QByteArray encodeUnits(qsizetype count, UnitAt unit) {
+template <typename UnitAt> QByteArray encodeUnits(qsizetype count, UnitAt unit) {
     QByteArray out;
     out.reserve(count + count / 2);
     for (qsizetype i = 0; i < count; ++i) {
@@ -52,8 +51,7 @@ QByteArray encodeUnits(qsizetype count, UnitAt unit) {
 
 // Calls `put` with each 16-bit unit of generalized UTF-8. The text comes from
 // encodeUnits, so it is well formed; a cut sequence at the end is dropped.
-template <typename Put>
-void decodeUnits(const char* data, qsizetype size, Put put) {
+template <typename Put> void decodeUnits(const char* data, qsizetype size, Put put) {
     const auto* p = reinterpret_cast<const unsigned char*>(data);
     const auto* end = p + size;
     while (p < end) {
