@@ -1,5 +1,7 @@
 #include "tools/compat/CompatCase.h"
 
+#include "store/profile/Utf16Codec.h"
+
 namespace compat {
 
 namespace {
@@ -9,15 +11,11 @@ template <std::size_t N> QByteArray b(const char (&text)[N]) {
     return QByteArray(text, N - 1);
 }
 
+// The store's codec makes the bytes; the Windows side judges the file anyway.
 QByteArray encodeUnits(const QString& text, bool bigEndian) {
-    QByteArray out = bigEndian ? QByteArray("\xFE\xFF") : QByteArray("\xFF\xFE");
-    for (QChar c : text) {
-        const char hi = static_cast<char>(c.unicode() >> 8);
-        const char lo = static_cast<char>(c.unicode() & 0xFF);
-        out.append(bigEndian ? hi : lo);
-        out.append(bigEndian ? lo : hi);
-    }
-    return out;
+    const QByteArray wtf8 = Globals::ProfileDetail::toWtf8(text);
+    return (bigEndian ? QByteArray("\xFE\xFF") : QByteArray("\xFF\xFE")) +
+           Globals::ProfileDetail::wtf8ToUtf16(wtf8.constData(), wtf8.size(), bigEndian);
 }
 
 } // namespace
