@@ -143,6 +143,7 @@ TEST_F(StoreTest, KillAtAnyMomentLeavesTheOldOrTheNewFileAndNothingElse) {
     for (int kill = 0; kill < 60; ++kill) {
         put(file, deckVersion(0));
         Globals::DropProfileCache();
+        const ino_t original = statOf(file).st_ino;
         const pid_t child = ::fork();
         ASSERT_GE(child, 0);
         if (child == 0) {
@@ -156,6 +157,11 @@ TEST_F(StoreTest, KillAtAnyMomentLeavesTheOldOrTheNewFileAndNothingElse) {
                 FlushProfiles();
             }
         }
+        // Now and then the kill waits for a first save to land, so that kills
+        // in later saves happen however slow the machine is.
+        for (int waited = 0; kill % 10 == 9 && waited < 20000 && statOf(file).st_ino == original;
+             ++waited)
+            ::usleep(1000);
         ::usleep(static_cast<useconds_t>(rng() % 60000));
         ::kill(child, SIGKILL);
         int status = 0;
