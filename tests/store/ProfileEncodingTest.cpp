@@ -23,11 +23,12 @@ TEST_F(StoreTest, Utf16FilesReadAndWriteInTheirOwnEncoding) {
     for (const bool bigEndian : {false, true}) {
         SCOPED_TRACE(bigEndian ? "big-endian" : "little-endian");
         const QString file = path(bigEndian ? "be.game" : "le.game");
-        // A lone surrogate and LF line ends: both go out as they came in.
+        // Surrogates that pair with nothing and LF line ends: all go out as
+        // they came in.
         const QString before =
             QString::fromUtf8("; by hand\n[GAME]\nname = Caf\u00e9 \u03a9 \U0001F600\n"
                               "odd=") +
-            QChar(0xD800) + QStringLiteral("\n[s]\nk=1\n");
+            QChar(0xD800) + QChar(0xDC00) + QChar(0xDC01) + QStringLiteral("\n[s]\nk=1\n");
         put(file, utf16(before, bigEndian));
         EXPECT_EQ(ReadProfileValue("game", "NAME", file),
                   QString::fromUtf8("Caf\u00e9 \u03a9 \U0001F600"));
