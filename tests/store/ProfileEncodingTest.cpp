@@ -28,7 +28,7 @@ TEST_F(StoreTest, Utf16FilesReadAndWriteInTheirOwnEncoding) {
         const QString before =
             QString::fromUtf8("; by hand\n[GAME]\nname = Caf\u00e9 \u03a9 \U0001F600\n"
                               "odd=") +
-            QChar(0xD800) + QChar(0xDC00) + QChar(0xDC01) + QStringLiteral("\n[s]\nk=1\n");
+            QChar(0xD800) + u'-' + QChar(0xDC00) + QChar(0xDC01) + QStringLiteral("\n[s]\nk=1\n");
         put(file, utf16(before, bigEndian));
         EXPECT_EQ(ReadProfileValue("game", "NAME", file),
                   QString::fromUtf8("Caf\u00e9 \u03a9 \U0001F600"));
