@@ -8,7 +8,7 @@ BUILD    := build-asan
 CMAKE_EXTRA := -DZAVIK_SANITIZE=ON
 endif
 
-.PHONY: run test setup build bench fuzz clean
+.PHONY: run test setup build bench fuzz compat clean
 
 setup:
 	@bash scripts/setup.sh
@@ -36,6 +36,19 @@ fuzz: setup
 	@# New inputs go to build-fuzz/corpus; fuzz/corpus only seeds, so the tree stays clean.
 	@for f in build-fuzz/fuzz/zavik-fuzz-*; do [ -f $$f ] || continue; echo "== $$f"; mkdir -p build-fuzz/corpus/$$(basename $$f); \
 	  $$f -max_total_time=$${FUZZ_SECONDS:-30} -rss_limit_mb=2048 build-fuzz/corpus/$$(basename $$f) fuzz/corpus || exit 1; done
+
+# The store against the Windows profile functions under Wine: hand cases and
+# CASES random ones from SEED. The Windows side is a console program built with
+# the mingw cross compiler.
+SEED  ?= 1
+CASES ?= 300
+WINE  ?= /usr/lib/wine/wine64
+compat: setup $(BUILD)/build.ninja
+	@bash scripts/setup.sh wine64 gcc-mingw-w64-x86-64-win32
+	cmake --build $(BUILD) -j $(JOBS) --target zavik-compat
+	@mkdir -p $(BUILD)/compat
+	x86_64-w64-mingw32-gcc -O2 -Wall -Wextra -Werror -o $(BUILD)/compat/profilecalls.exe src/tools/compat/profilecalls.c
+	$(BUILD)/zavik-compat --exe $(BUILD)/compat/profilecalls.exe --wine $(WINE) --work $(BUILD)/compat --seed $(SEED) --cases $(CASES)
 
 clean:
 	rm -rf build build-asan build-bench build-fuzz

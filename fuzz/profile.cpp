@@ -3,6 +3,7 @@
 // written value reads back, the disk says what memory said, and a change
 // never disturbs bytes it does not own.
 #include "store/profile/AnsiCodec.h"
+#include "store/profile/ProfileDocument.h"
 #include "store/profile/ProfileStore.h"
 
 #include <QDir>
@@ -49,7 +50,13 @@ QString valueFor(unsigned char pick) {
 QString readBack(const QString& written, Globals::ProfileDetail::FileEncoding encoding) {
     QString v = written;
     qsizetype lead = 0;
-    while (lead < v.size() && (v[lead] == u' ' || v[lead] == u'\t'))
+    const auto blank = [](QChar c) {
+        return c.unicode() < 0x80 && Globals::ProfileDetail::isProfileBlank(c.toLatin1());
+    };
+    const qsizetype nul = v.indexOf(QChar(0));
+    if (nul >= 0)
+        v.truncate(nul);
+    while (lead < v.size() && blank(v[lead]))
         ++lead;
     v = v.mid(lead);
     for (QChar stop : {QChar(u'\r'), QChar(u'\n'), QChar(0)}) {
@@ -57,7 +64,7 @@ QString readBack(const QString& written, Globals::ProfileDetail::FileEncoding en
         if (at >= 0)
             v.truncate(at);
     }
-    while (!v.isEmpty() && (v.back() == u' ' || v.back() == u'\t'))
+    while (!v.isEmpty() && blank(v.back()))
         v.chop(1);
     const QByteArray bytes = Globals::ProfileDetail::encodeText(v, encoding);
     v = Globals::ProfileDetail::decodeText(bytes.constData(), bytes.size(), encoding);
@@ -83,9 +90,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
                                                        : QDir::tempPath() + "/zavik-fuzz-XXXXXX");
     static const QString file = dir.filePath("fuzz.game");
     static bool handlerSet = false;
+    static bool refusalExpected = false;
     if (!handlerSet) {
         Globals::SetProfileWriteErrorHandler([](const QString& path, const QString& reason) {
-            fail("write refused", path + ": " + reason);
+            if (!refusalExpected)
+                fail("write refused", path + ": " + reason);
         });
         handlerSet = true;
     }
@@ -104,9 +113,20 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
             fail("cannot set up the file");
     }
     Globals::DropProfileCache();
-    const auto encoding = original.startsWith("\xEF\xBB\xBF")
-                              ? Globals::ProfileDetail::FileEncoding::Utf8
-                              : Globals::ProfileDetail::FileEncoding::Ansi;
+    Globals::ProfileDetail::ProfileDocument parsed;
+    parsed.load(original);
+    const auto encoding = parsed.encoding();
+    if (parsed.isBroken()) {
+        // Text that cannot go back as it came: every write is refused and
+        // the file stays as it is.
+        refusalExpected = true;
+        const int accepted = Globals::WriteProfileValue("GAME", "name", "x", file);
+        Globals::FlushProfiles();
+        refusalExpected = false;
+        if (accepted != 0 || bytesOf(file) != original)
+            fail("a broken file was written");
+        return 0;
+    }
 
     // Reads of every name before any write.
     bool onlyNewSections = !original.toLower().contains("new ");

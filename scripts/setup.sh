@@ -1,9 +1,11 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build and the tests need, only those missing.
+# Packages named as arguments are installed instead (make compat names Wine's).
 set -euo pipefail
 pkgs=(cmake ninja-build g++ clang libclang-rt-14-dev qt6-base-dev libgl-dev
       qt6-image-formats-plugins libgtest-dev libgmock-dev libbenchmark-dev
       xvfb xauth fonts-liberation fonts-dejavu-core)
+[ $# -gt 0 ] && pkgs=("$@")
 missing=()
 for p in "${pkgs[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed' || missing+=("$p")

@@ -6,7 +6,7 @@ using Globals::ReadProfileValue;
 
 TEST_F(StoreTest, ReadsHandWrittenFileAsWindowsDoes) {
     const QString file = path("odd.game");
-    put(file, "; name=not a key\r\n"
+    put(file, "; name=before any header\r\n"
               "[ Game ]  \r\n"
               "  Name =  Duel  \r\n"
               "quoted=\"  padded  \"\r\n"
@@ -35,8 +35,10 @@ TEST_F(StoreTest, ReadsHandWrittenFileAsWindowsDoes) {
     EXPECT_EQ(ReadProfileValue("GAME", "mismatched", file), "\"abc'");
     EXPECT_EQ(ReadProfileValue("GAME", "novalue", file), "");
     EXPECT_EQ(ReadProfileValue("GAME", "card1", file), "(x2)a.bmp,,Value=3|Colour=red");
-    EXPECT_EQ(ReadProfileValue("GAME", "; name", file), "");
-    EXPECT_EQ(ReadProfileValue("GAME", ";indented", file), "");
+    EXPECT_EQ(ReadProfileValue("GAME", "; name", file), "") << "the line stands before the header";
+    EXPECT_EQ(ReadProfileValue("", "; name", file), "before any header");
+    EXPECT_EQ(ReadProfileValue("GAME", ";indented", file), "comment")
+        << "a \";\" line is a key like any other";
     EXPECT_EQ(ReadProfileValue("GAME", "extra", file), "") << "only the first GAME section counts";
     EXPECT_EQ(ReadProfileValue("PLAYER 1", "TAB", file), "value\twith tab");
     EXPECT_EQ(ReadProfileValue("a]b", "k", file), "in a]b");
@@ -68,15 +70,22 @@ TEST_F(StoreTest, AnyLineEndEndsALine) {
 }
 
 TEST_F(StoreTest, LongValuesNulBytesAndJunkNeverBreakAReader) {
+    static const char kNulNames[] = "[s \0x]\r\nk=hidden\r\n[ t\0 ]\r\nk\0 =1\r\n"
+                                    "key \0=2\r\n[t]\r\nk=second\r\n";
     const QString file = path("long.game");
     const QByteArray value300(300, 'v');
     const QByteArray huge = QByteArray(3 * 1024 * 1024, 'h');
     put(file, "[D]\r\nlong=" + value300 + "\r\nhuge=" + huge + "\r\nnul=ab" + QByteArray(1, '\0') +
-                  "cd\r\nafter=ok\r\n");
+                  "cd\r\nafter=ok\r\n" + QByteArray(kNulNames, sizeof kNulNames - 1));
     EXPECT_EQ(ReadProfileValue("D", "long", file), QString(254, u'v'));
     EXPECT_EQ(ReadProfileValue("D", "huge", file), QString(254, u'h'));
     EXPECT_EQ(ReadProfileValue("D", "nul", file), "ab");
     EXPECT_EQ(ReadProfileValue("D", "after", file), "ok");
+    // A NUL ends a name where it stands, after the blanks around the name are
+    // gone: "[s \0x]" names "s " that no lookup of "s" finds, "[ t\0 ]" names "t".
+    EXPECT_EQ(ReadProfileValue("s", "k", file), "");
+    EXPECT_EQ(ReadProfileValue("t", "k", file), "1");
+    EXPECT_EQ(ReadProfileValue("t", "key", file), "");
 
     // Random bytes, weighted towards the characters the parser cares about.
     std::mt19937 rng(1234);
@@ -111,4 +120,27 @@ TEST_F(StoreTest, TextCrossesAsWindows1252UnlessTheFileIsUtf8) {
     EXPECT_EQ(ReadProfileValue("GAME", "name", utf8), QString::fromUtf8("café"));
     ASSERT_EQ(save("GAME", "name", QString::fromUtf8("Ω"), utf8), 1);
     EXPECT_EQ(bytesOf(utf8), "\xEF\xBB\xBF[GAME]\r\nname=\xCE\xA9\r\n");
+}
+
+TEST_F(StoreTest, BlanksQuotesAndLetterCaseAtTheirEdges) {
+    const QString file = path("edges.game");
+    put(file, "[s]\r\n"
+              "\x0Bk\x0B=\x0Cv\x0C\r\n"
+              "\x1A"
+              "eof \x1A= ^Z is a blank\x1A\r\n"
+              "empty=\"\"\r\n"
+              "one=\"\r\n"
+              "[ZONE]\r\n"
+              "ZIP=z\r\n"
+              "AZ[=bracket\r\n");
+    EXPECT_EQ(ReadProfileValue("s", "k", file), "v");
+    EXPECT_EQ(ReadProfileValue("\x0Cs\x0D", "\x09k\x0A", file), "v");
+    EXPECT_EQ(ReadProfileValue("s", "eof", file), "^Z is a blank");
+    EXPECT_EQ(ReadProfileValue("s", "empty", file), "") << "two quotes hold nothing";
+    EXPECT_EQ(ReadProfileValue("s", "one", file), "\"");
+    // "Z" and "z" are the ends of the fold; "[" and "{" lie just beyond them.
+    EXPECT_EQ(ReadProfileValue("zone", "zip", file), "z");
+    EXPECT_EQ(ReadProfileValue("Zone", "zIP", file), "z");
+    EXPECT_EQ(ReadProfileValue("zone", "az[", file), "bracket");
+    EXPECT_EQ(ReadProfileValue("zone", "az{", file), "");
 }

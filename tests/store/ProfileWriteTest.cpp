@@ -113,10 +113,38 @@ TEST_F(StoreTest, ValuesGoInVerbatimAfterTheirLeadingBlanks) {
     Globals::DropProfileCache();
     EXPECT_EQ(ReadProfileValue("Sneaky", "k", file), "v");
     EXPECT_EQ(ReadProfileValue("GAME", "late", file), "2");
+}
 
-    EXPECT_EQ(WriteProfileValue("GAME", "bad=key", "v", file), 0);
-    EXPECT_EQ(WriteProfileValue("GAME", "line\nbreak", "v", file), 0);
-    EXPECT_EQ(errors.size(), 2u);
+// Windows writes any name it is given, and the file then says what it means.
+TEST_F(StoreTest, NamesGoInAsWindowsWritesThem) {
+    const QString file = path("names.game");
+    put(file, "top=1\r\n[GAME]\r\nname=Duel\r\nbad=first\r\n");
+    ASSERT_EQ(WriteProfileValue("GAME", "bad=key", "v", file), 1);
+    EXPECT_EQ(ReadProfileValue("GAME", "bad", file), "first") << "the first key of a name counts";
+    ASSERT_EQ(WriteProfileValue("GAME", ";semi", "s", file), 1);
+    ASSERT_EQ(WriteProfileValue("GAME", "[open", "o", file), 1);
+    ASSERT_EQ(WriteProfileValue("GAME", "line\nbreak", "b", file), 1);
+    ASSERT_EQ(WriteProfileValue("", "Top", "2", file), 1);
+    ASSERT_EQ(WriteProfileValue("", "second", "3", file), 1);
+    ASSERT_EQ(WriteProfileValue("GAME", "lead", QStringLiteral("\v\f\x1A\tvalue "), file), 1);
+    EXPECT_EQ(ReadProfileValue("GAME", "bad=key", file), "");
+    EXPECT_EQ(ReadProfileValue("GAME", ";semi", file), "s");
+    EXPECT_EQ(ReadProfileValue("GAME", "[open", file), "o");
+    EXPECT_EQ(ReadProfileValue("GAME", "line", file), "");
+    EXPECT_EQ(ReadProfileValue("GAME", "break", file), "b");
+    EXPECT_EQ(ReadProfileValue("", "top", file), "2");
+    FlushProfiles();
+    EXPECT_EQ(bytesOf(file).toStdString(),
+              "top=2\r\nsecond=3\r\n[GAME]\r\nname=Duel\r\nbad=first\r\nbad=key=v\r\n;semi=s\r\n"
+              "[open=o\r\nline\nbreak=b\r\nlead=value \r\n");
+    EXPECT_TRUE(errors.empty());
+
+    // The section before any header is "" also in a file without headers.
+    const QString plain = path("plain.game");
+    ASSERT_EQ(save("", "k", "v", plain), 1);
+    EXPECT_EQ(bytesOf(plain), "k=v\r\n");
+    put(plain, "[]\r\nk=under an empty header\r\n");
+    EXPECT_EQ(ReadProfileValue("", "k", plain), "") << "the lines before the header come first";
 }
 
 TEST_F(StoreTest, WritingTheHeldValueTouchesNothing) {

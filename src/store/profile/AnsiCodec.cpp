@@ -1,5 +1,7 @@
 #include "store/profile/AnsiCodec.h"
 
+#include "store/profile/Utf16Codec.h"
+
 #include <array>
 
 namespace Globals::ProfileDetail {
@@ -30,6 +32,8 @@ char encodeAnsiChar(char16_t c) {
 QByteArray encodeText(const QString& text, FileEncoding encoding) {
     if (encoding == FileEncoding::Utf8)
         return text.toUtf8();
+    if (encoding != FileEncoding::Ansi)
+        return toWtf8(text);
     QByteArray out;
     out.resize(text.size());
     char* dst = out.data();
@@ -52,6 +56,8 @@ QByteArray encodeText(const QString& text, FileEncoding encoding) {
 QString decodeText(const char* data, qsizetype size, FileEncoding encoding) {
     if (encoding == FileEncoding::Utf8)
         return QString::fromUtf8(data, size);
+    if (encoding != FileEncoding::Ansi)
+        return fromWtf8(data, size);
     QString out(size, Qt::Uninitialized);
     QChar* dst = out.data();
     for (qsizetype i = 0; i < size; ++i) {

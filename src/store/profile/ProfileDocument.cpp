@@ -1,5 +1,7 @@
 #include "store/profile/ProfileDocument.h"
 
+#include "store/profile/Utf16Codec.h"
+
 #include <cstring>
 
 namespace Globals::ProfileDetail {
@@ -8,37 +10,37 @@ namespace {
 
 constexpr char kUtf8Mark[] = "\xEF\xBB\xBF";
 
-bool isBlank(char c) {
-    return c == ' ' || c == '\t';
-}
-
-enum class LineKind { Blank, Comment, Header, Key };
+enum class LineKind { Blank, Header, Key };
 
 // What a line means to a reader: the same rules that the Windows profile
-// functions apply, so that files behave alike on both sides.
+// functions apply, so that files behave alike on both sides. There are no
+// comments: a line "; x=1" is the key "; x".
 struct LineShape {
     LineKind kind = LineKind::Blank;
     const char* nameBegin = nullptr;
     const char* nameEnd = nullptr;
+    // Where the name ends for a reader: a NUL ends it, as it ends a C string.
+    const char* nameCut = nullptr;
     const char* equals = nullptr; // null for a key line without "="
     const char* valueBegin = nullptr;
     const char* valueEnd = nullptr;
 };
 
+const char* cutAtNul(const char* b, const char* e) {
+    const void* nul = std::memchr(b, '\0', static_cast<std::size_t>(e - b));
+    return nul ? static_cast<const char*>(nul) : e;
+}
+
 LineShape classify(const char* p, qsizetype n) {
     LineShape shape;
     const char* s = p;
     const char* e = p + n;
-    while (s < e && isBlank(*s))
+    while (s < e && isProfileBlank(*s))
         ++s;
-    while (e > s && isBlank(e[-1]))
+    while (e > s && isProfileBlank(e[-1]))
         --e;
     if (s == e)
         return shape;
-    if (*s == ';') {
-        shape.kind = LineKind::Comment;
-        return shape;
-    }
     if (*s == '[') {
         const char* close = e - 1;
         while (close > s && *close != ']')
@@ -46,13 +48,14 @@ LineShape classify(const char* p, qsizetype n) {
         if (close > s) {
             const char* nb = s + 1;
             const char* ne = close;
-            while (nb < ne && isBlank(*nb))
+            while (nb < ne && isProfileBlank(*nb))
                 ++nb;
-            while (ne > nb && isBlank(ne[-1]))
+            while (ne > nb && isProfileBlank(ne[-1]))
                 --ne;
             shape.kind = LineKind::Header;
             shape.nameBegin = nb;
             shape.nameEnd = ne;
+            shape.nameCut = cutAtNul(nb, ne);
             return shape;
         }
         // "[" with no "]" after it is no header; such a line reads as a key.
@@ -61,23 +64,28 @@ LineShape classify(const char* p, qsizetype n) {
     shape.nameBegin = s;
     shape.equals = static_cast<const char*>(std::memchr(s, '=', static_cast<std::size_t>(e - s)));
     const char* ne = shape.equals ? shape.equals : e;
-    while (ne > s && isBlank(ne[-1]))
+    while (ne > s && isProfileBlank(ne[-1]))
         --ne;
     shape.nameEnd = ne;
+    shape.nameCut = cutAtNul(s, ne);
     const char* vb = shape.equals ? shape.equals + 1 : e;
-    while (vb < e && isBlank(*vb))
+    while (vb < e && isProfileBlank(*vb))
         ++vb;
     shape.valueBegin = vb;
     shape.valueEnd = e;
     return shape;
 }
 
-QByteArray foldName(const char* b, const char* e) {
-    QByteArray out(b, e - b);
-    for (char& c : out) {
+void foldInPlace(QByteArray& name) {
+    for (char& c : name) {
         if (c >= 'A' && c <= 'Z')
             c = static_cast<char>(c - 'A' + 'a');
     }
+}
+
+QByteArray foldName(const char* b, const char* e) {
+    QByteArray out(b, e - b);
+    foldInPlace(out);
     return out;
 }
 
@@ -85,33 +93,29 @@ QByteArray foldName(const QByteArray& name) {
     return foldName(name.constData(), name.constData() + name.size());
 }
 
-QByteArray trimmedBlanks(const QByteArray& text) {
-    qsizetype b = 0;
-    qsizetype e = text.size();
-    while (b < e && isBlank(text[b]))
-        ++b;
-    while (e > b && isBlank(text[e - 1]))
-        --e;
-    return (b == 0 && e == text.size()) ? text : text.mid(b, e - b);
-}
-
-// The form in which a caller's name is looked up: in the file's encoding,
-// without blanks around it, ASCII letters folded. Done in place: reads are hot.
-QByteArray lookupName(const QString& name, FileEncoding encoding) {
+// A name as a caller hands it over: cut at a NUL, as the text crosses as a C
+// string, and without blanks around it.
+QByteArray callerName(const QString& name, FileEncoding encoding) {
     QByteArray out = encodeText(name, encoding);
+    const qsizetype nul = out.indexOf('\0');
+    if (nul >= 0)
+        out.truncate(nul);
     qsizetype e = out.size();
-    while (e > 0 && isBlank(out[e - 1]))
+    while (e > 0 && isProfileBlank(out[e - 1]))
         --e;
     out.truncate(e);
     qsizetype b = 0;
-    while (b < out.size() && isBlank(out[b]))
+    while (b < out.size() && isProfileBlank(out[b]))
         ++b;
     if (b > 0)
         out.remove(0, b);
-    for (char& c : out) {
-        if (c >= 'A' && c <= 'Z')
-            c = static_cast<char>(c - 'A' + 'a');
-    }
+    return out;
+}
+
+// The form in which a caller's name is looked up. Done in place: reads are hot.
+QByteArray lookupName(const QString& name, FileEncoding encoding) {
+    QByteArray out = callerName(name, encoding);
+    foldInPlace(out);
     return out;
 }
 
@@ -135,8 +139,13 @@ void addFirst(QHash<QByteArray, int>& index, QByteArray&& name, int position) {
         index.insert(std::move(name), position);
 }
 
-bool hasLineBreak(const QByteArray& text) {
-    return text.contains('\r') || text.contains('\n');
+// Names and values that could read back otherwise than they went in, once
+// they stand in the file: a line break makes lines of its own, "=" in a key
+// moves where the key ends, a key that opens with "[" may look like a header.
+bool mayReshape(const QByteArray& section, const QByteArray& key, const QByteArray& value) {
+    const auto breaks = [](const QByteArray& t) { return t.contains('\r') || t.contains('\n'); };
+    return breaks(section) || breaks(key) || breaks(value) || key.contains('=') ||
+           key.startsWith('[');
 }
 
 } // namespace
@@ -148,19 +157,41 @@ void Line::setText(QByteArray text) {
 }
 
 void ProfileDocument::load(const QByteArray& bytes) {
-    m_bytes = bytes;
-    m_bom = bytes.startsWith(kUtf8Mark);
-    m_encoding = m_bom ? FileEncoding::Utf8 : FileEncoding::Ansi;
+    m_broken = false;
+    m_textOffset = 0;
+    if (bytes.startsWith(kUtf8Mark)) {
+        m_encoding = FileEncoding::Utf8;
+        m_mark = QByteArray(kUtf8Mark, 3);
+    } else if (bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF")) {
+        m_encoding = bytes[0] == '\xFF' ? FileEncoding::Utf16Le : FileEncoding::Utf16Be;
+        m_mark = bytes.left(2);
+    } else {
+        m_encoding = FileEncoding::Ansi;
+        m_mark.clear();
+    }
+    if (m_encoding == FileEncoding::Utf16Le || m_encoding == FileEncoding::Utf16Be) {
+        // An odd byte at the end belongs to no character; what it meant is
+        // anyone's guess, so the text before it is read and the file not written.
+        m_broken = bytes.size() % 2 != 0;
+        m_bytes = utf16ToWtf8(bytes.constData() + 2, bytes.size() - 2,
+                              m_encoding == FileEncoding::Utf16Be);
+    } else {
+        m_bytes = bytes;
+        m_textOffset = m_mark.size();
+    }
     parse(LineEnd::None);
 }
 
 void ProfileDocument::parse(LineEnd keepStyle) {
     m_sections.clear();
     m_sectionIndex.clear();
+    // Lines before the first header make the section "", which no header can
+    // take over, as the first section of a name is the one that counts.
     m_sections.emplace_back();
+    m_sectionIndex.insert(QByteArray(), 0);
     m_style = keepStyle;
 
-    const char* p = m_bytes.constData() + (m_bom ? 3 : 0);
+    const char* p = m_bytes.constData() + m_textOffset;
     const char* end = m_bytes.constData() + m_bytes.size();
     while (p < end) {
         const char* q = p;
@@ -188,13 +219,13 @@ void ProfileDocument::parse(LineEnd keepStyle) {
             section.hasHeader = true;
             section.header = line;
             const int index = static_cast<int>(m_sections.size());
-            addFirst(m_sectionIndex, foldName(shape.nameBegin, shape.nameEnd), index);
+            addFirst(m_sectionIndex, foldName(shape.nameBegin, shape.nameCut), index);
             m_sections.push_back(std::move(section));
             continue;
         }
         Section& section = m_sections.back();
         if (shape.kind == LineKind::Key) {
-            addFirst(section.keys, foldName(shape.nameBegin, shape.nameEnd),
+            addFirst(section.keys, foldName(shape.nameBegin, shape.nameCut),
                      static_cast<int>(section.lines.size()));
         }
         section.lines.push_back(line);
@@ -218,9 +249,7 @@ QString ProfileDocument::read(const QString& section, const QString& key) const 
     const Line& line = found->lines[static_cast<std::size_t>(*keyIt)];
     const LineShape shape = classify(line.data, line.size);
     const char* b = shape.valueBegin;
-    const char* e = shape.valueEnd;
-    if (const void* nul = std::memchr(b, '\0', static_cast<std::size_t>(e - b)))
-        e = static_cast<const char*>(nul);
+    const char* e = cutAtNul(b, shape.valueEnd);
     if (e - b >= 2 && (*b == '"' || *b == '\'') && e[-1] == *b) {
         ++b;
         --e;
@@ -235,17 +264,17 @@ QString ProfileDocument::read(const QString& section, const QString& key) const 
     return value;
 }
 
-QByteArray ProfileDocument::lineEndBytes() const {
-    return QByteArray(lineEndText(m_style));
-}
-
 bool ProfileDocument::write(const QString& section, const QString& key, const QString& value) {
-    const QByteArray sectionName = trimmedBlanks(encodeText(section, m_encoding));
-    const QByteArray keyName = trimmedBlanks(encodeText(key, m_encoding));
+    const QByteArray sectionName = callerName(section, m_encoding);
+    const QByteArray keyName = callerName(key, m_encoding);
+    // The value crosses as a C string too, and loses its leading blanks.
+    qsizetype stop = value.indexOf(QChar(0));
+    if (stop < 0)
+        stop = value.size();
     qsizetype lead = 0;
-    while (lead < value.size() && (value[lead] == u' ' || value[lead] == u'\t'))
+    while (lead < stop && value[lead].unicode() < 0x80 && isProfileBlank(value[lead].toLatin1()))
         ++lead;
-    const QByteArray valueBytes = encodeText(value.mid(lead), m_encoding);
+    const QByteArray valueBytes = encodeText(value.mid(lead, stop - lead), m_encoding);
 
     const auto sectionIt = m_sectionIndex.constFind(foldName(sectionName));
     if (sectionIt == m_sectionIndex.cend()) {
@@ -275,10 +304,10 @@ bool ProfileDocument::write(const QString& section, const QString& key, const QS
             line.setText(std::move(text));
         }
     }
-    // A value with line breaks in it makes lines of its own, which may even
-    // look like headers: parse it the way the next reader of the file will.
-    if (hasLineBreak(valueBytes)) {
-        m_bytes = serialize();
+    // Parse such a change the way the next reader of the file will.
+    if (mayReshape(sectionName, keyName, valueBytes)) {
+        m_bytes = text();
+        m_textOffset = 0;
         parse(m_style);
     }
     return true;
@@ -290,13 +319,14 @@ void ProfileDocument::insertKeyLine(Section& section, QByteArray keyLine) {
                                  section.lines[static_cast<std::size_t>(last)].size)
                                 .kind == LineKind::Blank)
         --last;
-    Line& before = last >= 0 ? section.lines[static_cast<std::size_t>(last)] : section.header;
-    if (before.end == LineEnd::None)
-        before.end = m_style;
+    Line* before = last >= 0 ? &section.lines[static_cast<std::size_t>(last)]
+                             : (section.hasHeader ? &section.header : nullptr);
+    if (before && before->end == LineEnd::None)
+        before->end = m_style;
 
     const int pos = last + 1;
     const LineShape shape = classify(keyLine.constData(), keyLine.size());
-    const QByteArray folded = foldName(shape.nameBegin, shape.nameEnd);
+    const QByteArray folded = foldName(shape.nameBegin, shape.nameCut);
     Line line;
     line.setText(std::move(keyLine));
     line.end = m_style;
@@ -327,8 +357,8 @@ void ProfileDocument::appendSection(const QByteArray& name, const QByteArray& ke
     insertKeyLine(m_sections.back(), keyLine);
 }
 
-QByteArray ProfileDocument::serialize() const {
-    qsizetype total = m_bom ? 3 : 0;
+QByteArray ProfileDocument::text() const {
+    qsizetype total = 0;
     for (const Section& section : m_sections) {
         if (section.hasHeader)
             total += section.header.size + 2;
@@ -337,8 +367,6 @@ QByteArray ProfileDocument::serialize() const {
     }
     QByteArray out;
     out.reserve(total);
-    if (m_bom)
-        out.append(kUtf8Mark, 3);
     const auto put = [&out](const Line& line) {
         out.append(line.data, line.size);
         out.append(lineEndText(line.end));
@@ -350,6 +378,14 @@ QByteArray ProfileDocument::serialize() const {
             put(line);
     }
     return out;
+}
+
+QByteArray ProfileDocument::serialize() const {
+    const QByteArray body = text();
+    if (m_encoding == FileEncoding::Utf16Le || m_encoding == FileEncoding::Utf16Be)
+        return m_mark +
+               wtf8ToUtf16(body.constData(), body.size(), m_encoding == FileEncoding::Utf16Be);
+    return m_mark + body;
 }
 
 } // namespace Globals::ProfileDetail

@@ -10,6 +10,12 @@
 
 namespace Globals::ProfileDetail {
 
+// The characters that Windows skips around names, "=" and values: tab to
+// carriage return, the DOS end-of-file mark, and the space.
+constexpr bool isProfileBlank(char c) {
+    return (c >= '\t' && c <= '\r') || c == '\x1A' || c == ' ';
+}
+
 enum class LineEnd : quint8 { None, Lf, Cr, CrLf };
 
 // One line of the file. It points into the bytes the file was parsed from
@@ -36,9 +42,13 @@ public:
     // True when the file text changed; writing the value a key already holds
     // changes nothing.
     bool write(const QString& section, const QString& key, const QString& value);
+    // The file's bytes, in the file's own encoding.
     QByteArray serialize() const;
 
     FileEncoding encoding() const { return m_encoding; }
+    // True when the bytes cannot be written back as they came in, so that any
+    // save would change more than the keys written.
+    bool isBroken() const { return m_broken; }
 
 private:
     struct Section {
@@ -52,10 +62,14 @@ private:
     const Section* findSection(const QByteArray& foldedName) const;
     void appendSection(const QByteArray& name, const QByteArray& keyLine);
     void insertKeyLine(Section& section, QByteArray keyLine);
-    QByteArray lineEndBytes() const;
+    QByteArray text() const;
 
+    // The text that lines point into: the file's bytes as read, or the text
+    // made from them (UTF-16, after a change that reshapes lines).
     QByteArray m_bytes;
-    bool m_bom = false;
+    qsizetype m_textOffset = 0; // where the text starts in m_bytes, after the mark
+    QByteArray m_mark;          // the byte-order mark the file opens with, if any
+    bool m_broken = false;
     FileEncoding m_encoding = FileEncoding::Ansi;
     LineEnd m_style = LineEnd::CrLf;
     std::vector<Section> m_sections;       // [0] holds whatever precedes the first header

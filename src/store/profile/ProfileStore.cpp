@@ -155,15 +155,14 @@ std::shared_ptr<Entry> entryFor(const QString& file) {
     return entry;
 }
 
-// Why the file cannot be replaced, if it cannot. The mode bits decide about
-// read-only for every user, root too, as the read-only attribute does on Windows.
+// Why the file cannot be replaced, if it cannot.
 std::optional<QString> unwritableReason(const Entry& entry) {
     if (entry.signature.exists) {
-        if (S_ISDIR(entry.status.st_mode))
-            return QStringLiteral("the path names a folder");
-        if ((entry.status.st_mode & 0222) == 0)
-            return QStringLiteral("the file is read-only");
+        if (auto refusal = replaceRefusal(entry.status, ::geteuid()))
+            return refusal;
     }
+    if (entry.document.isBroken())
+        return QStringLiteral("the file's text ends inside a character");
     if (entry.readError != 0)
         return QStringLiteral("the file cannot be read: ") + errnoText(entry.readError);
     const QByteArray folder = parentFolder(resolveLinks(entry.nativePath));
@@ -173,15 +172,6 @@ std::optional<QString> unwritableReason(const Entry& entry) {
     if (::access(folder.constData(), W_OK | X_OK) != 0)
         return QStringLiteral("the folder is not writable");
     return std::nullopt;
-}
-
-bool isStorableName(const QString& name, bool isKey) {
-    if (name.contains(u'\r') || name.contains(u'\n'))
-        return false;
-    if (!isKey)
-        return true;
-    const QString t = name.trimmed();
-    return !name.contains(u'=') && !t.startsWith(u';') && !t.startsWith(u'[');
 }
 
 void report(const std::vector<Failure>& failures) {
@@ -234,9 +224,7 @@ int WriteProfileValue(const QString& section, const QString& key, const QString&
         const auto entry = entryFor(file);
         refresh(*entry);
         std::optional<QString> reason;
-        if (!isStorableName(section, false) || !isStorableName(key, true))
-            reason = QStringLiteral("the section or key name cannot be stored");
-        else if (!entry->writableChecked)
+        if (!entry->writableChecked)
             reason = unwritableReason(*entry);
         if (!reason) {
             entry->writableChecked = true;

@@ -5,8 +5,36 @@
 namespace scenario {
 namespace {
 
+// Tab to carriage return, ^Z and the space, as the Windows functions skip them.
 bool isBlank(char c) {
-    return c == ' ' || c == '\t' || c == '\v' || c == '\f';
+    return (c >= '\t' && c <= '\r') || c == '\x1A' || c == ' ';
+}
+
+// A NUL ends a name where it stands.
+QByteArray cutAtNul(QByteArray s) {
+    const qsizetype nul = s.indexOf('\0');
+    if (nul >= 0)
+        s.truncate(nul);
+    return s;
+}
+
+// The file's text as bytes that names can be matched in: UTF-16 becomes UTF-8.
+QByteArray textOf(const QByteArray& file, bool& unicode) {
+    unicode = true;
+    if (file.startsWith("\xEF\xBB\xBF"))
+        return file.mid(3);
+    const bool le = file.startsWith("\xFF\xFE");
+    if (le || file.startsWith("\xFE\xFF")) {
+        QString text;
+        for (qsizetype i = 2; i + 1 < file.size(); i += 2) {
+            const auto a = static_cast<unsigned char>(file[i]);
+            const auto b = static_cast<unsigned char>(file[i + 1]);
+            text.append(QChar(le ? (b << 8 | a) : (a << 8 | b)));
+        }
+        return text.toUtf8();
+    }
+    unicode = false;
+    return file;
 }
 
 QByteArray trimBlanks(QByteArray s) {
@@ -45,13 +73,15 @@ QList<QByteArray> splitLines(const QByteArray& bytes) {
 
 std::optional<QByteArray> findProfileKey(const QByteArray& file, const QString& section,
                                          const QString& key) {
-    QByteArray bytes = file;
-    if (bytes.startsWith("\xEF\xBB\xBF"))
-        bytes.remove(0, 3);
-    const QByteArray wantSection = fold(trimBlanks(section.toLatin1()));
-    const QByteArray wantKey = fold(trimBlanks(key.toLatin1()));
-    bool seenSection = false; // only the first section of that name counts
-    bool inSection = false;
+    bool unicode = false;
+    const QByteArray bytes = textOf(file, unicode);
+    const auto encode = [unicode](const QString& s) { return unicode ? s.toUtf8() : s.toLatin1(); };
+    const QByteArray wantSection = fold(trimBlanks(encode(section)));
+    const QByteArray wantKey = fold(trimBlanks(encode(key)));
+    // Lines before the first header belong to the section "". Only the first
+    // section of a name counts.
+    bool inSection = wantSection.isEmpty();
+    bool seenSection = inSection;
     for (const QByteArray& raw : splitLines(bytes)) {
         const QByteArray line = trimBlanks(raw);
         if (line.isEmpty())
@@ -61,7 +91,8 @@ std::optional<QByteArray> findProfileKey(const QByteArray& file, const QString& 
             if (close > 0) {
                 if (inSection)
                     return std::nullopt;
-                inSection = !seenSection && fold(trimBlanks(line.mid(1, close - 1))) == wantSection;
+                inSection = !seenSection &&
+                            fold(cutAtNul(trimBlanks(line.mid(1, close - 1)))) == wantSection;
                 seenSection = seenSection || inSection;
                 continue;
             }
@@ -70,7 +101,7 @@ std::optional<QByteArray> findProfileKey(const QByteArray& file, const QString& 
             continue;
         const qsizetype eq = line.indexOf('=');
         const QByteArray name = eq < 0 ? line : trimBlanks(line.left(eq));
-        if (fold(name) == wantKey)
+        if (fold(cutAtNul(name)) == wantKey)
             return eq < 0 ? QByteArray() : trimBlanks(line.mid(eq + 1));
     }
     return std::nullopt;
