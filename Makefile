@@ -49,6 +49,8 @@ compat: setup $(BUILD)/build.ninja
 	@mkdir -p $(BUILD)/compat
 	x86_64-w64-mingw32-gcc -O2 -Wall -Wextra -Werror -o $(BUILD)/compat/profilecalls.exe src/tools/compat/profilecalls.c
 	$(BUILD)/zavik-compat --exe $(BUILD)/compat/profilecalls.exe --wine $(WINE) --work $(BUILD)/compat --seed $(SEED) --cases $(CASES)
+	cmake --build $(BUILD) -j $(JOBS) --target zavik-scenario
+	sh src/tools/compat/wizard-utf16.sh $(BUILD)/zavik-scenario $(BUILD)/compat/profilecalls.exe $(WINE) $(BUILD)/compat
 
 clean:
 	rm -rf build build-asan build-bench build-fuzz
