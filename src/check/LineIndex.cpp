@@ -1,15 +1,17 @@
 #include "check/LineIndex.h"
 
+#include "store/profile/ProfileDocument.h"
+
 #include <QStringDecoder>
 
 namespace check {
 
 namespace {
 
-// The blanks a profile reader drops around names and values.
+// The blanks a profile reader drops around names and values, as the store has them.
 bool isBlank(QChar c) {
-    const char16_t u = c.unicode();
-    return u == u' ' || (u >= 0x09 && u <= 0x0D) || u == 0x1A;
+    return c.unicode() < 0x80 &&
+           Globals::ProfileDetail::isProfileBlank(static_cast<char>(c.unicode()));
 }
 
 QStringView trimmedBlanks(QStringView text) {

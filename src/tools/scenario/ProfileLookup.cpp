@@ -1,14 +1,13 @@
 #include "tools/scenario/ProfileLookup.h"
 
+#include "store/profile/ProfileDocument.h"
+
 #include <QList>
 
 namespace scenario {
 namespace {
 
-// Tab to carriage return, ^Z and the space, as the Windows functions skip them.
-bool isBlank(char c) {
-    return (c >= '\t' && c <= '\r') || c == '\x1A' || c == ' ';
-}
+using Globals::ProfileDetail::isProfileBlank;
 
 // A NUL ends a name where it stands.
 QByteArray cutAtNul(QByteArray s) {
@@ -39,9 +38,9 @@ QByteArray textOf(const QByteArray& file, bool& unicode) {
 
 QByteArray trimBlanks(QByteArray s) {
     qsizetype b = 0, e = s.size();
-    while (b < e && isBlank(s[b]))
+    while (b < e && isProfileBlank(s[b]))
         ++b;
-    while (e > b && isBlank(s[e - 1]))
+    while (e > b && isProfileBlank(s[e - 1]))
         --e;
     return s.mid(b, e - b);
 }
