@@ -200,21 +200,22 @@ void checkLeftovers(Context& c) {
                 c.add(Severity::Note, p, head + QStringLiteral(" is above the number of players"));
             break;
         case Where::CommonDeck:
-            if (kind.deck > c.commonDecks)
-                c.add(Severity::Note, p,
-                      head + QStringLiteral(" is above the number of common decks"));
-            else
+        case Where::PlayerDeck: {
+            const bool common = kind.where == Where::CommonDeck;
+            const bool inUse = common
+                                   ? kind.deck <= c.commonDecks
+                                   : kind.player <= c.players &&
+                                         kind.deck <= c.playerDecks[std::clamp(kind.player, 0, 6)];
+            if (inUse)
                 leftoverKeys(c, s, QStringLiteral("card"), decksize(c, s.name), p,
                              QStringLiteral("card"));
-            break;
-        case Where::PlayerDeck:
-            if (kind.player > c.players || kind.deck > c.playerDecks[std::clamp(kind.player, 0, 6)])
-                c.add(Severity::Note, p,
-                      head + QStringLiteral(" is above the number of players or of their decks"));
             else
-                leftoverKeys(c, s, QStringLiteral("card"), decksize(c, s.name), p,
-                             QStringLiteral("card"));
+                c.add(Severity::Note, p,
+                      head + (common ? QStringLiteral(" is above the number of common decks")
+                                     : QStringLiteral(
+                                           " is above the number of players or of their decks")));
             break;
+        }
         case Where::PropertyLists:
             leftoverKeys(c, s, QStringLiteral("list"), c.lists, p, QStringLiteral("property list"));
             break;
