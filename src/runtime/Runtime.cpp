@@ -232,6 +232,11 @@ protected:
 } // namespace
 
 void installInteractiveSupport() {
+    // A second filter would see every click twice.
+    static bool installed = false;
+    if (installed)
+        return;
+    installed = true;
     auto* app = qApp;
     app->installEventFilter(new FocusGuard(app));
     QObject::connect(app, &QApplication::focusChanged, app, [](QWidget*, QWidget* now) {

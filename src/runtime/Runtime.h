@@ -58,6 +58,7 @@ void setFocusSilently(Control* target);
 // For the interactive program: clicks and Tab run Validate before the focus
 // moves, keys reach KeyPress, and pending work runs whenever the event loop
 // has nothing left to do. The scenario driver does this itself, line by line.
+// Once is enough: later calls change nothing.
 void installInteractiveSupport();
 
 // The program's name, the title of message boxes.

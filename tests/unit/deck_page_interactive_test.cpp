@@ -22,11 +22,7 @@ namespace {
 class DeckPage : public ::testing::Test {
 protected:
     void SetUp() override {
-        static bool installed = false;
-        if (!installed) {
-            rt::installInteractiveSupport();
-            installed = true;
-        }
+        rt::installInteractiveSupport();
         rt::installDefaultHooks();
         rt::hooks().msgBox = [this](const QString& text, int) { messages << text; };
         rt::setAppPath(dir.path());

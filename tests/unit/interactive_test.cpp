@@ -19,11 +19,7 @@ namespace {
 class InteractiveProgram : public ::testing::Test {
 protected:
     void SetUp() override {
-        static bool installed = false;
-        if (!installed) {
-            rt::installInteractiveSupport();
-            installed = true;
-        }
+        rt::installInteractiveSupport();
         rt::setAppPath(dir.path());
         rt::hooks().msgBox = [this](const QString& text, int) { messages << text; };
         form = static_cast<MainForm*>(wizard::startProgram());
