@@ -1,7 +1,7 @@
 #pragma once
 // main() of a benchmark that runs the wizard's forms on the offscreen platform.
 
-#include "wizard/Program.h"
+#include "app/Program.h"
 
 #include <QApplication>
 #include <benchmark/benchmark.h>

@@ -2,7 +2,7 @@
 // folder: the check in the process, and zavik-check as a whole process.
 #include "LargestGame.h"
 #include "check/GameChecker.h"
-#include "store/profile/ProfileStore.h"
+#include "store/ProfileStore.h"
 
 #include <QDir>
 #include <QProcess>
@@ -48,7 +48,7 @@ void WholeCheckOfTheLargestGame(benchmark::State& state) {
     const auto start = std::chrono::steady_clock::now();
     for (auto _ : state) {
         // A fresh read each time, as a user's "Check game" after an edit does.
-        Globals::DropProfileCache();
+        store::DropProfileCache();
         const check::GameReport report = check::checkGame(checked.game.path);
         if (!report.unreadable.isEmpty())
             state.SkipWithError("the game could not be read");

@@ -3,11 +3,11 @@
 
 #include "LargestGame.h"
 #include "runtime/Runtime.h"
-#include "store/profile/ProfileStore.h"
+#include "store/ProfileStore.h"
 #include "wizard/Globals.h"
 #include "wizard/MainForm.h"
 #include "WizardBenchMain.h"
-#include "wizard/Program.h"
+#include "app/Program.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -24,7 +24,7 @@ MainForm* openLargest(GameFile& game) {
 
 void SaveDeckData200Cards(benchmark::State& state) {
     GameFile game;
-    Globals::DropProfileCache();
+    store::DropProfileCache();
     MainForm* form = openLargest(game);
     form->LoadDeckData(QStringLiteral("DECK 3 PLAYER 2"));
     Globals::CurrentIndex = 2;
@@ -35,7 +35,7 @@ void SaveDeckData200Cards(benchmark::State& state) {
         form->SaveDeckData(false, 3);
         rt::actionEnded();
     }
-    if (Globals::ReadProfileValue("DECK 3 PLAYER 2", "deal", game.path) != QString::number(round))
+    if (store::ReadProfileValue("DECK 3 PLAYER 2", "deal", game.path) != QString::number(round))
         state.SkipWithError("the save did not reach the file");
     state.SetLabel("goal: 20 ms");
     wizard::stopProgram();
@@ -44,7 +44,7 @@ BENCHMARK(SaveDeckData200Cards)->Unit(benchmark::kMillisecond);
 
 void LoadDeckData200Cards(benchmark::State& state) {
     GameFile game;
-    Globals::DropProfileCache();
+    store::DropProfileCache();
     MainForm* form = openLargest(game);
     for (auto _ : state)
         form->LoadDeckData(QStringLiteral("COMMON 4"));

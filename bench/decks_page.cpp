@@ -6,10 +6,10 @@
 #include "WizardBenchMain.h"
 #include "decks/ShowCrdForm.h"
 #include "runtime/Runtime.h"
-#include "store/profile/ProfileStore.h"
+#include "store/ProfileStore.h"
 #include "wizard/Globals.h"
 #include "wizard/MainForm.h"
-#include "wizard/Program.h"
+#include "app/Program.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -44,7 +44,7 @@ MainForm* openGame(const QString& folder, const QString& name) {
 
 void ForwardAndBackBetween200CardDecks(benchmark::State& state) {
     GameFile game;
-    Globals::DropProfileCache();
+    store::DropProfileCache();
     const QString folder = QFileInfo(game.path).absolutePath();
     emptyImages(folder + QStringLiteral("/cards"), 2000);
     MainForm* form = openGame(folder, QStringLiteral("largest"));
@@ -131,7 +131,7 @@ struct HugeDeck {
 
 void HugeDeckComesUp(benchmark::State& state) {
     HugeDeck deck;
-    Globals::DropProfileCache();
+    store::DropProfileCache();
     MainForm* form = openGame(deck.dir.path(), QStringLiteral("huge"));
     for (auto _ : state) {
         form->ShowCommonDeck_Click(0);
@@ -146,7 +146,7 @@ BENCHMARK(HugeDeckComesUp)->Unit(benchmark::kMillisecond);
 
 void HugeDeckSaves(benchmark::State& state) {
     HugeDeck deck;
-    Globals::DropProfileCache();
+    store::DropProfileCache();
     MainForm* form = openGame(deck.dir.path(), QStringLiteral("huge"));
     form->ShowCommonDeck_Click(0);
     int round = 0;

@@ -5,10 +5,10 @@
 #include "WizardBenchMain.h"
 #include "guidance/TreeForm.h"
 #include "runtime/Runtime.h"
-#include "store/profile/ProfileStore.h"
+#include "store/ProfileStore.h"
 #include "wizard/Globals.h"
 #include "wizard/MainForm.h"
-#include "wizard/Program.h"
+#include "app/Program.h"
 
 #include <QFileInfo>
 #include <benchmark/benchmark.h>
@@ -18,13 +18,13 @@ namespace {
 // The largest game with all eight reports.
 MainForm* openLargest(GameFile& game) {
     const QString reports = QStringLiteral("REPORTS");
-    Globals::WriteProfileValue(reports, "num_reports", "8", game.path);
+    store::WriteProfileValue(reports, "num_reports", "8", game.path);
     for (int r = 3; r <= 8; ++r)
-        Globals::WriteProfileValue(reports, "report" + QString::number(r),
+        store::WriteProfileValue(reports, "report" + QString::number(r),
                                    "Report " + QString::number(r) + ",SUM,HAND,TRUE,Value",
                                    game.path);
-    Globals::FlushProfiles();
-    Globals::DropProfileCache();
+    store::FlushProfiles();
+    store::DropProfileCache();
     rt::setAppPath(QFileInfo(game.path).absolutePath());
     rt::hooks().msgBox = [](const QString&, int) {};
     auto* form = static_cast<MainForm*>(wizard::startProgram());

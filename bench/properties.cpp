@@ -6,10 +6,10 @@
 #include "WizardBenchMain.h"
 #include "decks/CardDetailForm.h"
 #include "runtime/Runtime.h"
-#include "store/profile/ProfileStore.h"
+#include "store/ProfileStore.h"
 #include "wizard/Globals.h"
 #include "wizard/MainForm.h"
-#include "wizard/Program.h"
+#include "app/Program.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -21,25 +21,25 @@ namespace {
 // Four full lists and eight reports in place of the largest game's own.
 void fillListsAndReports(const QString& file) {
     const QString lists = QStringLiteral("PROP LISTS");
-    Globals::WriteProfileValue(lists, "total", "4", file);
+    store::WriteProfileValue(lists, "total", "4", file);
     for (int i = 1; i <= 4; ++i) {
         QString line = QStringLiteral("List%1").arg(i);
         // Each list shares a name with the card's stored pairs.
         line += QStringLiteral(",Value,Colour");
         for (int j = 3; j <= 6; ++j)
             line += QStringLiteral(",Property%1%2").arg(i).arg(j);
-        Globals::WriteProfileValue(lists, QStringLiteral("list%1").arg(i), line, file);
+        store::WriteProfileValue(lists, QStringLiteral("list%1").arg(i), line, file);
     }
-    Globals::WriteProfileValue("REPORTS", "num_reports", "8", file);
+    store::WriteProfileValue("REPORTS", "num_reports", "8", file);
     for (int i = 1; i <= 8; ++i)
-        Globals::WriteProfileValue(
+        store::WriteProfileValue(
             "REPORTS", QStringLiteral("report%1").arg(i),
             QStringLiteral("Report %1,SUM,HAND,TRUE,Property4%2").arg(i).arg(1 + i % 6), file);
-    Globals::FlushProfiles();
+    store::FlushProfiles();
 }
 
 MainForm* openLargest(GameFile& game) {
-    Globals::DropProfileCache();
+    store::DropProfileCache();
     fillListsAndReports(game.path);
     rt::setAppPath(QFileInfo(game.path).absolutePath());
     auto* form = static_cast<MainForm*>(wizard::startProgram());

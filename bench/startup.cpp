@@ -3,7 +3,7 @@
 
 #include "runtime/Runtime.h"
 #include "WizardBenchMain.h"
-#include "wizard/Program.h"
+#include "app/Program.h"
 
 #include <QApplication>
 #include <QDir>

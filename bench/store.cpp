@@ -1,7 +1,7 @@
 // How the profile store holds up against a game of the largest size: reading
 // one key, and saving one deck the way the deck page does.
 #include "LargestGame.h"
-#include "store/profile/ProfileStore.h"
+#include "store/ProfileStore.h"
 
 #include <QFile>
 #include <QHash>
@@ -101,14 +101,14 @@ double g_referenceSaveNs = 0;
 
 void BM_ReadOneKeyUnchangedFile(benchmark::State& state) {
     GameFile game;
-    Globals::DropProfileCache();
+    store::DropProfileCache();
     const QString section = QStringLiteral("DECK 4 PLAYER 5");
     const QString key = QStringLiteral("card117");
-    if (Globals::ReadProfileValue(section, key, game.path).isEmpty())
+    if (store::ReadProfileValue(section, key, game.path).isEmpty())
         state.SkipWithError("the generated game does not read back");
     for (auto _ : state)
-        benchmark::DoNotOptimize(Globals::ReadProfileValue(section, key, game.path));
-    Globals::DropProfileCache();
+        benchmark::DoNotOptimize(store::ReadProfileValue(section, key, game.path));
+    store::DropProfileCache();
 }
 BENCHMARK(BM_ReadOneKeyUnchangedFile);
 
@@ -131,23 +131,23 @@ const char kDeck[] = "DECK 3 PLAYER 2";
 
 void BM_SaveDeckStore(benchmark::State& state) {
     GameFile game;
-    Globals::DropProfileCache();
+    store::DropProfileCache();
     int round = 0;
     const auto start = std::chrono::steady_clock::now();
     for (auto _ : state) {
         ++round;
         saveDeck(round, [&](const QByteArray& key, const QByteArray& value) {
-            Globals::WriteProfileValue(kDeck, QString::fromLatin1(key), QString::fromLatin1(value),
+            store::WriteProfileValue(kDeck, QString::fromLatin1(key), QString::fromLatin1(value),
                                        game.path);
         });
-        Globals::FlushProfiles();
+        store::FlushProfiles();
     }
     g_storeSaveNs =
         std::chrono::duration<double, std::nano>(std::chrono::steady_clock::now() - start).count() /
         static_cast<double>(state.iterations());
-    if (Globals::ReadProfileValue(kDeck, "deal", game.path) != QString::number(round % 7))
+    if (store::ReadProfileValue(kDeck, "deal", game.path) != QString::number(round % 7))
         state.SkipWithError("the last save did not reach the store");
-    Globals::DropProfileCache();
+    store::DropProfileCache();
 }
 BENCHMARK(BM_SaveDeckStore)->Unit(benchmark::kMillisecond);
 

@@ -2,7 +2,7 @@
 // image directory, and checks what must hold for any file: the check ends,
 // leaves the file as it was and points at lines that exist.
 #include "check/GameChecker.h"
-#include "store/profile/ProfileStore.h"
+#include "store/ProfileStore.h"
 
 #include <QDir>
 #include <QFile>
@@ -31,7 +31,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         if (!f.open(QIODevice::WriteOnly) || f.write(bytes) != bytes.size())
             std::abort();
     }
-    Globals::DropProfileCache();
+    store::DropProfileCache();
     const check::GameReport report = check::checkGame(path);
 
     QFile f(path);

@@ -2,9 +2,9 @@
 // chosen by the input, flushes, and checks what must hold for any file: a
 // written value reads back, the disk says what memory said, and a change
 // never disturbs bytes it does not own.
-#include "store/profile/AnsiCodec.h"
-#include "store/profile/ProfileDocument.h"
-#include "store/profile/ProfileStore.h"
+#include "store/AnsiCodec.h"
+#include "store/ProfileDocument.h"
+#include "store/ProfileStore.h"
 
 #include <QDir>
 #include <QFile>
@@ -47,11 +47,11 @@ QString valueFor(unsigned char pick) {
 }
 
 // What a reader of the file gets back for a value as written.
-QString readBack(const QString& written, Globals::ProfileDetail::FileEncoding encoding) {
+QString readBack(const QString& written, store::detail::FileEncoding encoding) {
     QString v = written;
     qsizetype lead = 0;
     const auto blank = [](QChar c) {
-        return c.unicode() < 0x80 && Globals::ProfileDetail::isProfileBlank(c.toLatin1());
+        return c.unicode() < 0x80 && store::detail::isProfileBlank(c.toLatin1());
     };
     const qsizetype nul = v.indexOf(QChar(0));
     if (nul >= 0)
@@ -66,8 +66,8 @@ QString readBack(const QString& written, Globals::ProfileDetail::FileEncoding en
     }
     while (!v.isEmpty() && blank(v.back()))
         v.chop(1);
-    const QByteArray bytes = Globals::ProfileDetail::encodeText(v, encoding);
-    v = Globals::ProfileDetail::decodeText(bytes.constData(), bytes.size(), encoding);
+    const QByteArray bytes = store::detail::encodeText(v, encoding);
+    v = store::detail::decodeText(bytes.constData(), bytes.size(), encoding);
     if (v.size() >= 2 && (v.front() == u'"' || v.front() == u'\'') && v.back() == v.front())
         v = v.mid(1, v.size() - 2);
     return v.left(254);
@@ -92,7 +92,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     static bool handlerSet = false;
     static bool refusalExpected = false;
     if (!handlerSet) {
-        Globals::SetProfileWriteErrorHandler([](const QString& path, const QString& reason) {
+        store::SetProfileWriteErrorHandler([](const QString& path, const QString& reason) {
             if (!refusalExpected)
                 fail("write refused", path + ": " + reason);
         });
@@ -112,16 +112,16 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
             f.write(original) != original.size())
             fail("cannot set up the file");
     }
-    Globals::DropProfileCache();
-    Globals::ProfileDetail::ProfileDocument parsed;
+    store::DropProfileCache();
+    store::detail::ProfileDocument parsed;
     parsed.load(original);
     const auto encoding = parsed.encoding();
     if (parsed.isBroken()) {
         // Text that cannot go back as it came: every write is refused and
         // the file stays as it is.
         refusalExpected = true;
-        const int accepted = Globals::WriteProfileValue("GAME", "name", "x", file);
-        Globals::FlushProfiles();
+        const int accepted = store::WriteProfileValue("GAME", "name", "x", file);
+        store::FlushProfiles();
         refusalExpected = false;
         if (accepted != 0 || bytesOf(file) != original)
             fail("a broken file was written");
@@ -135,9 +135,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         const QString& key = kKeys[opBytes[3 * i + 1] % kKeys.size()];
         const QString value = valueFor(opBytes[3 * i + 2]);
         onlyNewSections = onlyNewSections && section.startsWith(u'N');
-        if (Globals::WriteProfileValue(section, key, value, file) == 0)
+        if (store::WriteProfileValue(section, key, value, file) == 0)
             fail("write refused");
-        const QString got = Globals::ReadProfileValue(section, key, file);
+        const QString got = store::ReadProfileValue(section, key, file);
         if (got != readBack(value, encoding))
             fail("value does not read back", section + "/" + key + ": " + got);
     }
@@ -145,14 +145,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     std::vector<QString> before;
     for (const QString& section : kSections) {
         for (const QString& key : kKeys)
-            before.push_back(Globals::ReadProfileValue(section, key, file));
+            before.push_back(store::ReadProfileValue(section, key, file));
     }
-    Globals::FlushProfiles();
-    Globals::DropProfileCache();
+    store::FlushProfiles();
+    store::DropProfileCache();
     std::size_t at = 0;
     for (const QString& section : kSections) {
         for (const QString& key : kKeys) {
-            if (Globals::ReadProfileValue(section, key, file) != before[at++])
+            if (store::ReadProfileValue(section, key, file) != before[at++])
                 fail("the file disagrees with what was read before the flush", section + "/" + key);
         }
     }

@@ -1,7 +1,7 @@
 // The wizard: one window on the folder that holds the program.
 
 #include "runtime/Runtime.h"
-#include "wizard/Program.h"
+#include "app/Program.h"
 
 #include <QApplication>
 #include <cstdio>

@@ -4,7 +4,7 @@
 
 #include "check/Finding.h"
 #include "check/LineIndex.h"
-#include "store/profile/ProfileDocument.h"
+#include "store/ProfileDocument.h"
 
 #include <QHash>
 #include <QSet>
@@ -64,7 +64,7 @@ public:
     QString file;
     // Values come from the profile reader itself, parsed once from the same
     // bytes as the line index, so the two always agree.
-    Globals::ProfileDetail::ProfileDocument document;
+    store::detail::ProfileDocument document;
     LineIndex index;
     ImageFolder images;
     int players = 0;             // in use, 0 to 6

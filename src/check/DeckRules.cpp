@@ -1,7 +1,7 @@
 // The decks in use: their images, their cards, what they deal.
 
 #include "check/CheckContext.h"
-#include "store/profile/TextHelpers.h"
+#include "game/Conversions.h"
 
 #include <algorithm>
 
@@ -21,9 +21,9 @@ Entry readEntry(const QString& entry) {
     if (!entry.startsWith(QLatin1String("(x")))
         return {1, entry};
     const qsizetype close = entry.indexOf(u')');
-    const double value = Globals::Val(entry.mid(2));
+    const double value = conv::Val(entry.mid(2));
     Entry e;
-    e.copies = value > kMaxCopies ? kMaxCopies + 1 : static_cast<int>(Globals::CInt(value));
+    e.copies = value > kMaxCopies ? kMaxCopies + 1 : static_cast<int>(conv::CInt(value));
     e.name = close < 0 ? entry : entry.mid(close + 1).trimmed();
     return e;
 }
@@ -165,7 +165,7 @@ void checkDeck(Context& c, const Deck& deck) {
         c.add(Severity::Error, c.place(deck, QStringLiteral("decksize")),
               QStringLiteral("The size of ") + deck.words() + QStringLiteral(" is ") +
                   quoted(sizeText) + QStringLiteral(", not a whole number"));
-    const int cards = std::clamp<int>(Globals::CInt(Globals::Val(sizeText)), 0, kMaxCopies);
+    const int cards = std::clamp<int>(conv::CInt(conv::Val(sizeText)), 0, kMaxCopies);
     int present = 0;
     int firstMissing = 0;
     qint64 copies = 0;

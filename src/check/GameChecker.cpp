@@ -1,7 +1,7 @@
 #include "check/GameChecker.h"
 
 #include "check/CheckContext.h"
-#include "store/profile/TextHelpers.h"
+#include "game/Conversions.h"
 
 #include <QDir>
 #include <QFile>
@@ -171,7 +171,7 @@ int checkCount(Context& c, const Place& where, const QString& what, int low, int
               what + QStringLiteral(" is ") + shown + QStringLiteral(", not a whole number from ") +
                   QString::number(low) + QStringLiteral(" to ") + QString::number(high));
     }
-    return std::clamp<int>(Globals::CInt(Globals::Val(text)), 0, high);
+    return std::clamp<int>(conv::CInt(conv::Val(text)), 0, high);
 }
 
 } // namespace
@@ -217,7 +217,7 @@ void checkPlayers(Context& c) {
                   QStringLiteral("The number of decks of player ") + QString::number(p) +
                       QStringLiteral(" is ") + quoted(decks) +
                       QStringLiteral(", not a whole number from 0 to 6"));
-        c.playerDecks[p] = std::clamp<int>(Globals::CInt(Globals::Val(decks)), 0, 6);
+        c.playerDecks[p] = std::clamp<int>(conv::CInt(conv::Val(decks)), 0, 6);
     }
 }
 

@@ -1,6 +1,6 @@
 #include "check/LineIndex.h"
 
-#include "store/profile/ProfileDocument.h"
+#include "store/ProfileDocument.h"
 
 #include <QStringDecoder>
 
@@ -11,7 +11,7 @@ namespace {
 // The blanks a profile reader drops around names and values, as the store has them.
 bool isBlank(QChar c) {
     return c.unicode() < 0x80 &&
-           Globals::ProfileDetail::isProfileBlank(static_cast<char>(c.unicode()));
+           store::detail::isProfileBlank(static_cast<char>(c.unicode()));
 }
 
 QStringView trimmedBlanks(QStringView text) {

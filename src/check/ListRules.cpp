@@ -1,7 +1,7 @@
 // Property lists and reports, and what the counts leave unread.
 
 #include "check/CheckContext.h"
-#include "store/profile/TextHelpers.h"
+#include "game/Conversions.h"
 
 #include <QRegularExpression>
 
@@ -22,7 +22,7 @@ int countIn(Context& c, const QString& section, const QString& key, const QStrin
         c.add(Severity::Error, c.place(where, section, key),
               what + QStringLiteral(" is ") + quoted(text) +
                   QStringLiteral(", not a whole number from 0 to ") + QString::number(high));
-    return std::clamp<int>(Globals::CInt(Globals::Val(text)), 0, high);
+    return std::clamp<int>(conv::CInt(conv::Val(text)), 0, high);
 }
 
 } // namespace
@@ -83,9 +83,9 @@ void checkReports(Context& c) {
             c.add(Severity::Error, where, who + QStringLiteral(" is missing"));
             continue;
         }
-        const QString type = Globals::GetField(line, 2, QStringLiteral(","));
-        const QString scope = Globals::GetField(line, 3, QStringLiteral(","));
-        const QString property = Globals::GetField(line, 5, QStringLiteral(","));
+        const QString type = conv::GetField(line, 2, QStringLiteral(","));
+        const QString scope = conv::GetField(line, 3, QStringLiteral(","));
+        const QString property = conv::GetField(line, 5, QStringLiteral(","));
         if (!types.contains(type))
             c.add(Severity::Error, where,
                   who + QStringLiteral(" has the type ") + quoted(type) +
@@ -178,7 +178,7 @@ Place sectionPlace(Context& c, const LineIndex::Section& s, const QString& key, 
 }
 
 int decksize(Context& c, const QString& section) {
-    return Globals::CInt(Globals::Val(c.read(section, QStringLiteral("decksize"))));
+    return conv::CInt(conv::Val(c.read(section, QStringLiteral("decksize"))));
 }
 
 } // namespace
@@ -221,7 +221,7 @@ void checkLeftovers(Context& c) {
             break;
         case Where::Report:
             leftoverKeys(c, s, QStringLiteral("report"),
-                         std::clamp<int>(Globals::CInt(Globals::Val(
+                         std::clamp<int>(conv::CInt(conv::Val(
                                              c.read(kReports, QStringLiteral("num_reports")))),
                                          0, 8),
                          p, QStringLiteral("report"));

@@ -3,9 +3,9 @@
 #include "decks/CardEntry.h"
 #include "decks/ShowCrdForm.h"
 #include "properties/PropertyLists.h"
-#include "store/GamePath.h"
-#include "store/profile/ProfileStore.h"
-#include "store/profile/TextHelpers.h"
+#include "wizard/GamePath.h"
+#include "store/ProfileStore.h"
+#include "game/Conversions.h"
 #include "wizard/Catalogue.h"
 #include "wizard/Globals.h"
 #include "wizard/MainForm.h"
@@ -13,6 +13,10 @@
 #include <QAbstractItemView>
 
 using namespace Globals;
+using store::ReadProfileValue;
+using conv::Val;
+using conv::Trim;
+using conv::GetField;
 
 CardDetailForm::CardDetailForm() : rt::Form(wizard::cardDetailFormSpec()) {
     Label1 = get<rt::Label>(QStringLiteral("Label1"));

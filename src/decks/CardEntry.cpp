@@ -1,6 +1,6 @@
 #include "decks/CardEntry.h"
 
-#include "store/profile/TextHelpers.h"
+#include "game/Conversions.h"
 
 CardEntry readCardEntry(const QString& entry) {
     if (!entry.startsWith(QLatin1String("(x")))
@@ -8,5 +8,5 @@ CardEntry readCardEntry(const QString& entry) {
     const qsizetype close = entry.indexOf(QLatin1Char(')'));
     if (close < 0)
         return {1, entry};
-    return {Globals::CInt(Globals::Val(entry.mid(2))), Globals::Trim(entry.mid(close + 1))};
+    return {conv::CInt(conv::Val(entry.mid(2))), conv::Trim(entry.mid(close + 1))};
 }

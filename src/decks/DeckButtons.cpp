@@ -1,7 +1,7 @@
 #include "decks/DeckButtons.h"
 
 #include "runtime/Runtime.h"
-#include "store/profile/TextHelpers.h"
+#include "game/Conversions.h"
 
 namespace decks {
 
@@ -10,15 +10,15 @@ bool deckCountRefused(double v) {
 }
 
 bool followDeckCount(const QString& text, const std::array<rt::CommandButton*, 6>& buttons) {
-    const double v = Globals::Val(text);
+    const double v = conv::Val(text);
     if (deckCountRefused(v)) {
         rt::MsgBox(DeckCountRefused, 0);
         return false;
     }
-    const int n = Globals::CInt(v);
+    const int n = conv::CInt(v);
     for (int i = 1; i <= n; ++i)
         buttons[static_cast<size_t>(i - 1)]->setVisible(true);
-    const int m = Globals::CInt(v + 1);
+    const int m = conv::CInt(v + 1);
     for (int i = m; i <= 6; ++i)
         buttons[static_cast<size_t>(i - 1)]->setVisible(false);
     return true;

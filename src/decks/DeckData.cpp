@@ -1,15 +1,20 @@
 // One deck between its section of the game file and page 4.
 
 #include "decks/CardEntry.h"
-#include "store/GamePath.h"
-#include "store/profile/ProfileStore.h"
-#include "store/profile/TextHelpers.h"
+#include "wizard/GamePath.h"
+#include "store/ProfileStore.h"
+#include "game/Conversions.h"
 #include "wizard/Globals.h"
 #include "wizard/MainForm.h"
 
 #include <limits>
 
 using namespace Globals;
+using store::ReadProfileValue;
+using store::WriteProfileValue;
+using conv::Val;
+using conv::CInt;
+using conv::GetField;
 
 void MainForm::LoadDeckData(const QString& section) {
     const QString file = GameFilePath();

@@ -1,12 +1,15 @@
 #include "decks/DeckPropForm.h"
 
-#include "store/GamePath.h"
-#include "store/profile/ProfileStore.h"
-#include "store/profile/TextHelpers.h"
+#include "wizard/GamePath.h"
+#include "store/ProfileStore.h"
+#include "game/Conversions.h"
 #include "wizard/Catalogue.h"
 #include "wizard/Globals.h"
 
 using namespace Globals;
+using store::ReadProfileValue;
+using store::WriteProfileValue;
+using conv::UCase;
 
 namespace {
 

@@ -2,11 +2,12 @@
 
 #include "decks/DeckButtons.h"
 #include "runtime/Runtime.h"
-#include "store/profile/TextHelpers.h"
+#include "game/Conversions.h"
 #include "wizard/Globals.h"
 #include "wizard/MainForm.h"
 
 using namespace Globals;
+using conv::Val;
 
 void MainForm::CommDecksNum_Change() {
     decks::followDeckCount(CommDecksNum->Text(), ShowCommonDeck);

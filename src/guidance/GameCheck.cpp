@@ -4,9 +4,9 @@
 #include "check/LineIndex.h"
 #include "guidance/GameCheckForm.h"
 #include "runtime/Runtime.h"
-#include "store/GamePath.h"
-#include "store/profile/ProfileDocument.h"
-#include "store/profile/ProfileStore.h"
+#include "wizard/GamePath.h"
+#include "store/ProfileDocument.h"
+#include "store/ProfileStore.h"
 #include "wizard/Globals.h"
 #include "wizard/MainForm.h"
 
@@ -14,6 +14,7 @@
 #include <QTemporaryDir>
 
 using namespace Globals;
+using store::FlushProfiles;
 
 namespace {
 
@@ -21,8 +22,8 @@ namespace {
 // anywhere. A key the save adds with an empty value reads as before, and
 // the two deck flags that every deck save resets are no edit of the page.
 bool readsDifferently(const QByteArray& before, const QByteArray& after) {
-    ProfileDetail::ProfileDocument was;
-    ProfileDetail::ProfileDocument now;
+    store::detail::ProfileDocument was;
+    store::detail::ProfileDocument now;
     was.load(before);
     now.load(after);
     check::LineIndex keys;

@@ -1,7 +1,7 @@
 #include "guidance/GameCheckForm.h"
 
 #include "check/GameChecker.h"
-#include "store/GamePath.h"
+#include "wizard/GamePath.h"
 #include "wizard/MainForm.h"
 
 #include <QFileInfo>

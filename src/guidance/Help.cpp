@@ -4,14 +4,19 @@
 
 #include "guidance/HelpWrap.h"
 #include "runtime/Runtime.h"
-#include "store/profile/ProfileStore.h"
-#include "store/profile/TextHelpers.h"
+#include "store/ProfileStore.h"
+#include "game/Conversions.h"
 #include "wizard/Globals.h"
 #include "wizard/MainForm.h"
 
 #include <cmath>
 
 using namespace Globals;
+using store::ReadProfileValue;
+using conv::Val;
+using conv::CInt;
+using conv::Trim;
+using conv::GetField;
 
 namespace {
 

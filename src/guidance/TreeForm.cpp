@@ -3,9 +3,9 @@
 
 #include "guidance/TreeForm.h"
 
-#include "store/GamePath.h"
-#include "store/profile/ProfileStore.h"
-#include "store/profile/TextHelpers.h"
+#include "wizard/GamePath.h"
+#include "store/ProfileStore.h"
+#include "game/Conversions.h"
 #include "wizard/Catalogue.h"
 #include "wizard/Globals.h"
 #include "wizard/MainForm.h"
@@ -13,6 +13,10 @@
 #include <limits>
 
 using namespace Globals;
+using store::ReadProfileValue;
+using conv::Val;
+using conv::CInt;
+using conv::GetField;
 
 namespace {
 

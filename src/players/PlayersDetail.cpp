@@ -2,13 +2,16 @@
 // Unlike every other number of the game, it goes to the file at once.
 
 #include "decks/DeckButtons.h"
-#include "store/GamePath.h"
-#include "store/profile/ProfileStore.h"
-#include "store/profile/TextHelpers.h"
+#include "wizard/GamePath.h"
+#include "store/ProfileStore.h"
+#include "game/Conversions.h"
 #include "wizard/Globals.h"
 #include "wizard/MainForm.h"
 
 using namespace Globals;
+using store::ReadProfileValue;
+using store::WriteProfileValue;
+using conv::Trim;
 
 void MainForm::LoadPlayerData() {
     const QString name =

@@ -2,13 +2,16 @@
 // player's page that tells how many decks the file gives that player.
 
 #include "runtime/Runtime.h"
-#include "store/GamePath.h"
-#include "store/profile/ProfileStore.h"
-#include "store/profile/TextHelpers.h"
+#include "wizard/GamePath.h"
+#include "store/ProfileStore.h"
+#include "game/Conversions.h"
 #include "wizard/Globals.h"
 #include "wizard/MainForm.h"
 
 using namespace Globals;
+using store::ReadProfileValue;
+using conv::Val;
+using conv::CInt;
 
 namespace {
 

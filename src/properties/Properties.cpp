@@ -2,12 +2,14 @@
 // edited in the boxes and stored in the game file only by SaveProperties.
 
 #include "properties/PropertyLists.h"
-#include "store/GamePath.h"
-#include "store/profile/ProfileStore.h"
-#include "store/profile/TextHelpers.h"
+#include "wizard/GamePath.h"
+#include "store/ProfileStore.h"
+#include "game/Conversions.h"
 #include "wizard/MainForm.h"
 
 using namespace Globals;
+using store::WriteProfileValue;
+using conv::GetField;
 using properties::NamesPerList;
 
 void MainForm::showProperties() {

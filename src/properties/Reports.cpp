@@ -3,13 +3,17 @@
 
 #include "properties/PropertyLists.h"
 #include "runtime/Runtime.h"
-#include "store/GamePath.h"
-#include "store/profile/ProfileStore.h"
-#include "store/profile/TextHelpers.h"
+#include "wizard/GamePath.h"
+#include "store/ProfileStore.h"
+#include "game/Conversions.h"
 #include "wizard/Globals.h"
 #include "wizard/MainForm.h"
 
 using namespace Globals;
+using store::ReadProfileValue;
+using conv::Val;
+using conv::CInt;
+using conv::GetField;
 
 namespace {
 

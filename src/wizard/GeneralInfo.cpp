@@ -1,9 +1,8 @@
 // The first page: the game's name, description, image directory and desktop image.
 
-#include "decks/ShowImgList.h"
 #include "runtime/FileSystem.h"
 #include "runtime/Runtime.h"
-#include "store/GamePath.h"
+#include "wizard/GamePath.h"
 #include "wizard/Globals.h"
 #include "wizard/MainForm.h"
 
@@ -60,7 +59,9 @@ void MainForm::NewDirBtn_Click() {
 }
 
 void MainForm::SetDesktopImage_Click() {
-    rt::Load<ShowImgList>()->Show(1);
+    // The picker belongs to the decks' forms; it hands its choice back through
+    // SelectedImage, so the shell needs only its name.
+    rt::Load(QStringLiteral("ShowImgList"))->Show(1);
     if (!SelectedImage.isEmpty())
         DeskTopImage->setCaption(SelectedImage);
 }

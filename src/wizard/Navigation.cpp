@@ -2,12 +2,13 @@
 // spine pages or move the cursor of a detail page.
 
 #include "runtime/Runtime.h"
-#include "store/GamePath.h"
-#include "store/profile/TextHelpers.h"
+#include "wizard/GamePath.h"
+#include "game/Conversions.h"
 #include "wizard/Globals.h"
 #include "wizard/MainForm.h"
 
 using namespace Globals;
+using conv::Val;
 
 namespace {
 

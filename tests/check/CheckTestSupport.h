@@ -3,7 +3,7 @@
 // lines `zavik-check` prints, without the file name.
 
 #include "check/GameChecker.h"
-#include "store/profile/ProfileStore.h"
+#include "store/ProfileStore.h"
 
 #include <QDir>
 #include <QFile>
@@ -23,7 +23,7 @@ namespace checktest {
 class GameFolder : public ::testing::Test {
 protected:
     void SetUp() override {
-        Globals::DropProfileCache();
+        store::DropProfileCache();
         ASSERT_TRUE(dir.isValid());
     }
 
@@ -47,7 +47,7 @@ protected:
     }
 
     QStringList findings(const QString& name = QStringLiteral("g.game")) {
-        Globals::DropProfileCache();
+        store::DropProfileCache();
         const check::GameReport report = check::checkGame(path(name));
         QStringList out;
         if (!report.unreadable.isEmpty())

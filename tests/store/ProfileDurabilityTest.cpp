@@ -10,9 +10,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-using Globals::FlushProfiles;
-using Globals::ReadProfileValue;
-using Globals::WriteProfileValue;
+using store::FlushProfiles;
+using store::ReadProfileValue;
+using store::WriteProfileValue;
 
 namespace {
 
@@ -142,7 +142,7 @@ TEST_F(StoreTest, KillAtAnyMomentLeavesTheOldOrTheNewFileAndNothingElse) {
     int newest = 0;
     for (int kill = 0; kill < 60; ++kill) {
         put(file, deckVersion(0));
-        Globals::DropProfileCache();
+        store::DropProfileCache();
         const ino_t original = statOf(file).st_ino;
         const pid_t child = ::fork();
         ASSERT_GE(child, 0);
@@ -175,7 +175,7 @@ TEST_F(StoreTest, KillAtAnyMomentLeavesTheOldOrTheNewFileAndNothingElse) {
         newest = std::max(newest, version);
 
         // Whatever the killed save left is gone after the next save.
-        Globals::DropProfileCache();
+        store::DropProfileCache();
         ASSERT_EQ(save("GAME", "name", "After", file), 1);
         EXPECT_EQ(ReadProfileValue("GAME", "name", file), "After");
         ASSERT_EQ(folderEntries(dir.path()), QStringList{"crash.game"}) << "at kill " << kill;

@@ -1,8 +1,8 @@
 #include "StoreTestSupport.h"
 
-using Globals::FlushProfiles;
-using Globals::ReadProfileValue;
-using Globals::WriteProfileValue;
+using store::FlushProfiles;
+using store::ReadProfileValue;
+using store::WriteProfileValue;
 
 namespace {
 
@@ -41,7 +41,7 @@ TEST_F(StoreTest, Utf16FilesReadAndWriteInTheirOwnEncoding) {
         QString after = before;
         after.replace("k=1\n", QString::fromUtf8("k=\u20ac2\nnew=x\n[t]\nb=2\n"));
         EXPECT_EQ(bytesOf(file), utf16(after, bigEndian));
-        Globals::DropProfileCache();
+        store::DropProfileCache();
         EXPECT_EQ(ReadProfileValue("S", "K", file), QString::fromUtf8("\u20ac2"));
     }
 
@@ -78,6 +78,6 @@ TEST_F(StoreTest, SingleByteFilesCoverTheWholeCodePage) {
     const QString file = path("ansi.game");
     ASSERT_EQ(save("s", "k", QString::fromUtf8("\u00fe\u00ff\u0100"), file), 1);
     EXPECT_EQ(bytesOf(file), "[s]\r\nk=\xFE\xFF?\r\n");
-    Globals::DropProfileCache();
+    store::DropProfileCache();
     EXPECT_EQ(ReadProfileValue("s", "k", file), QString::fromUtf8("\u00fe\u00ff?"));
 }

@@ -1,6 +1,6 @@
 #include "StoreTestSupport.h"
 
-#include "store/profile/AtomicFile.h"
+#include "store/AtomicFile.h"
 
 #include <QDir>
 
@@ -9,10 +9,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-using Globals::FlushProfiles;
-using Globals::WriteProfileValue;
-using Globals::ProfileDetail::replaceRefusal;
-using Globals::ProfileDetail::setSyncFunction;
+using store::FlushProfiles;
+using store::WriteProfileValue;
+using store::detail::replaceRefusal;
+using store::detail::setSyncFunction;
 
 namespace {
 

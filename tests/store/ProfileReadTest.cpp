@@ -2,7 +2,7 @@
 
 #include <random>
 
-using Globals::ReadProfileValue;
+using store::ReadProfileValue;
 
 TEST_F(StoreTest, ReadsHandWrittenFileAsWindowsDoes) {
     const QString file = path("odd.game");
@@ -101,7 +101,7 @@ TEST_F(StoreTest, LongValuesNulBytesAndJunkNeverBreakAReader) {
     ASSERT_EQ(save("Fresh", "key", "value", junkFile), 1);
     const QByteArray after = bytesOf(junkFile);
     EXPECT_TRUE(after.startsWith(junk)) << "a write must keep every byte it does not own";
-    Globals::DropProfileCache();
+    store::DropProfileCache();
     EXPECT_EQ(ReadProfileValue("Fresh", "key", junkFile), "value");
 }
 
@@ -109,7 +109,7 @@ TEST_F(StoreTest, TextCrossesAsWindows1252UnlessTheFileIsUtf8) {
     const QString ansi = path("ansi.game");
     ASSERT_EQ(save("GAME", "name", QString::fromUtf8("€uro café Ω 😀"), ansi), 1);
     EXPECT_EQ(bytesOf(ansi), "[GAME]\r\nname=\x80uro caf\xE9 ? ?\r\n");
-    Globals::DropProfileCache();
+    store::DropProfileCache();
     EXPECT_EQ(ReadProfileValue("GAME", "name", ansi), QString::fromUtf8("€uro café ? ?"));
 
     put(ansi, "[GAME]\r\nq=\x93quoted\x94 \x81\r\n");

@@ -1,8 +1,8 @@
 #include "StoreTestSupport.h"
 
-using Globals::FlushProfiles;
-using Globals::ReadProfileValue;
-using Globals::WriteProfileValue;
+using store::FlushProfiles;
+using store::ReadProfileValue;
+using store::WriteProfileValue;
 
 TEST_F(StoreTest, WriteChangesOnlyTheLineOfTheKey) {
     const QString file = path("keep.game");
@@ -41,7 +41,7 @@ TEST_F(StoreTest, WriteChangesOnlyTheLineOfTheKey) {
     expected.replace("k = v\r\n", "k = w\r\n");
     EXPECT_EQ(bytesOf(file), expected);
 
-    Globals::DropProfileCache();
+    store::DropProfileCache();
     EXPECT_EQ(ReadProfileValue("GAME", "name", file), "Trio");
     EXPECT_EQ(ReadProfileValue("GAME", "players", file), "3");
     EXPECT_EQ(ReadProfileValue("player 2", "BARE", file), "now set");
@@ -102,7 +102,7 @@ TEST_F(StoreTest, ValuesGoInVerbatimAfterTheirLeadingBlanks) {
     EXPECT_EQ(bytesOf(file), "[GAME]\r\nempty=\r\npadded=text with = and \"quotes\" \r\n"
                              "description=line one\r\nline two\r\nlong=" +
                                  QByteArray(300, 'z') + "\r\nafter=1\r\n");
-    Globals::DropProfileCache();
+    store::DropProfileCache();
     check();
 
     // A value whose lines look like a header is read the way the file reads.
@@ -110,7 +110,7 @@ TEST_F(StoreTest, ValuesGoInVerbatimAfterTheirLeadingBlanks) {
     EXPECT_EQ(ReadProfileValue("Sneaky", "k", file), "v");
     ASSERT_EQ(WriteProfileValue("GAME", "late", "2", file), 1);
     FlushProfiles();
-    Globals::DropProfileCache();
+    store::DropProfileCache();
     EXPECT_EQ(ReadProfileValue("Sneaky", "k", file), "v");
     EXPECT_EQ(ReadProfileValue("GAME", "late", file), "2");
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/profile/ProfileStore.h"
+#include "store/ProfileStore.h"
 
 #include <QByteArray>
 #include <QFile>
@@ -18,15 +18,15 @@ class StoreTest : public ::testing::Test {
 protected:
     void SetUp() override {
         ASSERT_TRUE(dir.isValid());
-        Globals::DropProfileCache();
-        Globals::SetProfileWriteErrorHandler([this](const QString& file, const QString& reason) {
+        store::DropProfileCache();
+        store::SetProfileWriteErrorHandler([this](const QString& file, const QString& reason) {
             errors.emplace_back(file, reason);
         });
     }
 
     void TearDown() override {
-        Globals::SetProfileWriteErrorHandler(nullptr);
-        Globals::DropProfileCache();
+        store::SetProfileWriteErrorHandler(nullptr);
+        store::DropProfileCache();
     }
 
     QString path(const QString& name) const { return dir.filePath(name); }
@@ -51,8 +51,8 @@ protected:
     // Writes one value and flushes it, the way one user action does.
     static int save(const QString& section, const QString& key, const QString& value,
                     const QString& file) {
-        const int accepted = Globals::WriteProfileValue(section, key, value, file);
-        Globals::FlushProfiles();
+        const int accepted = store::WriteProfileValue(section, key, value, file);
+        store::FlushProfiles();
         return accepted;
     }
 

@@ -1,10 +1,14 @@
-#include "store/profile/TextHelpers.h"
+#include "game/Conversions.h"
 
 #include <gtest/gtest.h>
 
 #include <limits>
 
-using namespace Globals;
+using conv::Val;
+using conv::CInt;
+using conv::Trim;
+using conv::UCase;
+using conv::GetField;
 
 TEST(TextHelpers, GetFieldSplitsAsTheTableSays) {
     struct Row {

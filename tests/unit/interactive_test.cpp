@@ -4,7 +4,7 @@
 #include "runtime/Runtime.h"
 #include "wizard/Globals.h"
 #include "wizard/MainForm.h"
-#include "wizard/Program.h"
+#include "app/Program.h"
 
 #include <QApplication>
 #include <QFile>

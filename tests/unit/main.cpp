@@ -1,5 +1,5 @@
 #include "runtime/Runtime.h"
-#include "wizard/Program.h"
+#include "app/Program.h"
 
 #include <QApplication>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "tools/compat/CompatCase.h"
 
-#include "store/profile/Utf16Codec.h"
+#include "store/Utf16Codec.h"
 
 namespace compat {
 
@@ -13,9 +13,9 @@ template <std::size_t N> QByteArray b(const char (&text)[N]) {
 
 // The store's codec makes the bytes; the Windows side judges the file anyway.
 QByteArray encodeUnits(const QString& text, bool bigEndian) {
-    const QByteArray wtf8 = Globals::ProfileDetail::toWtf8(text);
+    const QByteArray wtf8 = store::detail::toWtf8(text);
     return (bigEndian ? QByteArray("\xFE\xFF") : QByteArray("\xFF\xFE")) +
-           Globals::ProfileDetail::wtf8ToUtf16(wtf8.constData(), wtf8.size(), bigEndian);
+           store::detail::wtf8ToUtf16(wtf8.constData(), wtf8.size(), bigEndian);
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "tools/compat/CompatCase.h"
 
-#include "store/profile/AnsiCodec.h"
+#include "store/AnsiCodec.h"
 
 #include <random>
 
@@ -8,8 +8,8 @@ namespace compat {
 
 namespace {
 
-using Globals::ProfileDetail::decodeText;
-using Globals::ProfileDetail::FileEncoding;
+using store::detail::decodeText;
+using store::detail::FileEncoding;
 
 class Generator {
 public:

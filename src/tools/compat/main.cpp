@@ -6,9 +6,9 @@
 // file (line ends, blank lines, blanks) do not count: no reader sees them.
 #include "tools/compat/CompatCase.h"
 
-#include "store/profile/AnsiCodec.h"
-#include "store/profile/ProfileDocument.h"
-#include "store/profile/ProfileStore.h"
+#include "store/AnsiCodec.h"
+#include "store/ProfileDocument.h"
+#include "store/ProfileStore.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -25,9 +25,9 @@ namespace {
 
 using compat::Call;
 using compat::Case;
-using Globals::ProfileDetail::decodeText;
-using Globals::ProfileDetail::encodeText;
-using Globals::ProfileDetail::FileEncoding;
+using store::detail::decodeText;
+using store::detail::encodeText;
+using store::detail::FileEncoding;
 
 struct Options {
     QString exe;
@@ -82,7 +82,7 @@ QString rewriteDifference(const std::optional<QByteArray>& before) {
     if (text.contains('\0'))
         return QStringLiteral("bytes after a NUL");
     const auto blanksOnly = [](const QByteArray& t) {
-        return std::all_of(t.begin(), t.end(), Globals::ProfileDetail::isProfileBlank);
+        return std::all_of(t.begin(), t.end(), store::detail::isProfileBlank);
     };
     for (const QByteArray& line : text.replace('\r', '\n').split('\n')) {
         const qsizetype open = line.indexOf('[');
@@ -117,21 +117,21 @@ QString ansi(const QByteArray& bytes) {
 // What the store answers, in the lines the Windows program prints.
 std::vector<QByteArray> runStore(const Case& c, const QString& file) {
     static int failures = 0;
-    Globals::SetProfileWriteErrorHandler([](const QString&, const QString&) { ++failures; });
-    Globals::DropProfileCache();
+    store::SetProfileWriteErrorHandler([](const QString&, const QString&) { ++failures; });
+    store::DropProfileCache();
     std::vector<QByteArray> answers;
     for (const Call& call : c.calls) {
         if (call.kind == Call::Read) {
             // As the A function hands it over: one byte for every 16-bit unit.
             QByteArray value;
-            for (QChar unit : Globals::ReadProfileValue(ansi(call.section), ansi(call.key), file))
+            for (QChar unit : store::ReadProfileValue(ansi(call.section), ansi(call.key), file))
                 value += encodeText(QString(unit), FileEncoding::Ansi);
             answers.push_back("R " + QByteArray::number(value.size()) + ' ' + hex(value));
         } else {
             const int before = failures;
-            const int accepted = Globals::WriteProfileValue(ansi(call.section), ansi(call.key),
+            const int accepted = store::WriteProfileValue(ansi(call.section), ansi(call.key),
                                                             ansi(call.value), file);
-            Globals::FlushProfiles();
+            store::FlushProfiles();
             answers.push_back(accepted != 0 && failures == before ? "W 1" : "W 0");
         }
     }

@@ -5,7 +5,7 @@
 
 #include "runtime/Form.h"
 #include "runtime/Runtime.h"
-#include "wizard/Variables.h"
+#include "testing/Variables.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>

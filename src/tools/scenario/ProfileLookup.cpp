@@ -1,13 +1,13 @@
 #include "tools/scenario/ProfileLookup.h"
 
-#include "store/profile/ProfileDocument.h"
+#include "store/ProfileDocument.h"
 
 #include <QList>
 
 namespace scenario {
 namespace {
 
-using Globals::ProfileDetail::isProfileBlank;
+using store::detail::isProfileBlank;
 
 // A NUL ends a name where it stands.
 QByteArray cutAtNul(QByteArray s) {

@@ -2,12 +2,12 @@
 
 #include "runtime/Form.h"
 #include "runtime/Runtime.h"
-#include "store/profile/ProfileStore.h"
+#include "store/ProfileStore.h"
 #include "tools/imagegen/ImageFiles.h"
 #include "tools/scenario/Compare.h"
 #include "tools/scenario/ProfileLookup.h"
-#include "wizard/Program.h"
-#include "wizard/Variables.h"
+#include "app/Program.h"
+#include "testing/Variables.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
@@ -238,7 +238,7 @@ void Runner::setUp(const Statement& s) {
 
 void Runner::checkFile(const Statement& s) {
     // Whatever the program has pending goes out before its file is looked at.
-    Globals::FlushProfiles();
+    store::FlushProfiles();
     const QString path = appFile(s.path);
     const QFileInfo info(path);
     switch (s.op) {
@@ -269,7 +269,7 @@ void Runner::checkFile(const Statement& s) {
         return;
     }
     case Op::ExpectKey: {
-        const QString found = Globals::ReadProfileValue(s.section, s.key, path);
+        const QString found = store::ReadProfileValue(s.section, s.key, path);
         if ((found == s.value.text) == s.negate)
             fail(s, QStringLiteral("expected key %1 [%2] %3 %4 %5, found %6")
                         .arg(s.path, s.section, s.key,

@@ -3,8 +3,8 @@
 #include "tools/scenario/Lexer.h"
 
 #include "runtime/FormSpec.h"
-#include "store/profile/AnsiCodec.h"
-#include "wizard/Variables.h"
+#include "store/AnsiCodec.h"
+#include "testing/Variables.h"
 
 #include <QRegularExpression>
 #include <QStringList>
@@ -17,8 +17,8 @@ Value Value::fromBytes(const QByteArray& bytes) {
     v.bytes = bytes;
     // The same bytes in the game file would read as this text, so a scenario
     // string and a value from the file compare as the program sees them.
-    v.text = Globals::ProfileDetail::decodeText(bytes.constData(), bytes.size(),
-                                                Globals::ProfileDetail::FileEncoding::Ansi);
+    v.text = store::detail::decodeText(bytes.constData(), bytes.size(),
+                                                store::detail::FileEncoding::Ansi);
     return v;
 }
 

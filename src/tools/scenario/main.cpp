@@ -6,7 +6,7 @@
 #include "tools/scenario/Runner.h"
 #include "tools/scenario/Script.h"
 #include "tools/scenario/Watchdog.h"
-#include "wizard/Program.h"
+#include "app/Program.h"
 
 #include <QApplication>
 #include <QDir>

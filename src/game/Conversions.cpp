@@ -1,11 +1,11 @@
-#include "store/profile/TextHelpers.h"
+#include "game/Conversions.h"
 
 #include <charconv>
 #include <cmath>
 #include <limits>
 #include <string>
 
-namespace Globals {
+namespace conv {
 
 double Val(const QString& text) {
     qsizetype i = 0;
@@ -92,4 +92,4 @@ QString GetField(const QString& text, qint16 n, const QString& delim) {
     return {};
 }
 
-} // namespace Globals
+} // namespace conv

@@ -1,7 +1,7 @@
-#include "store/profile/ProfileStore.h"
+#include "store/ProfileStore.h"
 
-#include "store/profile/AtomicFile.h"
-#include "store/profile/ProfileDocument.h"
+#include "store/AtomicFile.h"
+#include "store/ProfileDocument.h"
 
 #include <QDir>
 #include <QFile>
@@ -14,9 +14,9 @@
 #include <unistd.h>
 #include <vector>
 
-namespace Globals {
+namespace store {
 
-using namespace ProfileDetail;
+using namespace detail;
 
 namespace {
 
@@ -269,4 +269,4 @@ void DropProfileCache() {
     g_entries.clear();
 }
 
-} // namespace Globals
+} // namespace store

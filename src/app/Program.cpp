@@ -1,4 +1,4 @@
-#include "wizard/Program.h"
+#include "app/Program.h"
 
 #include "decks/CardDetailForm.h"
 #include "decks/DeckPropForm.h"
@@ -7,8 +7,8 @@
 #include "guidance/GameCheckForm.h"
 #include "guidance/TreeForm.h"
 #include "runtime/Runtime.h"
-#include "store/CheckForm.h"
-#include "store/profile/ProfileStore.h"
+#include "wizard/CheckForm.h"
+#include "store/ProfileStore.h"
 #include "wizard/Catalogue.h"
 #include "wizard/Globals.h"
 #include "wizard/MainForm.h"
@@ -38,8 +38,8 @@ void registerForms() {
 }
 
 void installStoreHooks() {
-    rt::addActionEndHook([] { Globals::FlushProfiles(); });
-    Globals::SetProfileWriteErrorHandler([](const QString& file, const QString& reason) {
+    rt::addActionEndHook([] { store::FlushProfiles(); });
+    store::SetProfileWriteErrorHandler([](const QString& file, const QString& reason) {
         if (MainForm* form = mainForm())
             form->showStatus(QStringLiteral("Could not save %1: %2. The file on disk is unchanged.")
                                  .arg(QDir::toNativeSeparators(file), reason));

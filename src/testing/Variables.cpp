@@ -1,4 +1,4 @@
-#include "wizard/Variables.h"
+#include "testing/Variables.h"
 
 #include "runtime/Form.h"
 #include "wizard/Globals.h"

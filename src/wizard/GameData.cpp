@@ -1,13 +1,17 @@
 // The game's general data and the players' names, between the controls of
 // MainForm and the game file.
 
-#include "store/GamePath.h"
-#include "store/profile/ProfileStore.h"
-#include "store/profile/TextHelpers.h"
+#include "wizard/GamePath.h"
+#include "store/ProfileStore.h"
+#include "game/Conversions.h"
 #include "wizard/Globals.h"
 #include "wizard/MainForm.h"
 
 using namespace Globals;
+using store::ReadProfileValue;
+using store::WriteProfileValue;
+using conv::Val;
+using conv::CInt;
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include <functional>
 
-namespace Globals {
+namespace store {
 
 // One value of a profile (INI) file. Section and key names match in any case;
 // a missing file, section or key gives "". At most 254 characters come back.
@@ -26,4 +26,4 @@ void SetProfileWriteErrorHandler(
 // Forgets every parsed file and every pending change.
 void DropProfileCache();
 
-} // namespace Globals
+} // namespace store

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/profile/AnsiCodec.h"
+#include "store/AnsiCodec.h"
 
 #include <QByteArray>
 #include <QHash>
@@ -8,7 +8,7 @@
 
 #include <vector>
 
-namespace Globals::ProfileDetail {
+namespace store::detail {
 
 // The characters that Windows skips around names, "=" and values: tab to
 // carriage return, the DOS end-of-file mark, and the space.
@@ -76,4 +76,4 @@ private:
     QHash<QByteArray, int> m_sectionIndex; // folded name -> first section of it
 };
 
-} // namespace Globals::ProfileDetail
+} // namespace store::detail

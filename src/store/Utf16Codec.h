@@ -3,7 +3,7 @@
 #include <QByteArray>
 #include <QString>
 
-namespace Globals::ProfileDetail {
+namespace store::detail {
 
 // UTF-16 files are parsed as generalized UTF-8 ("WTF-8"): UTF-8 that also
 // encodes a lone surrogate, as three bytes. The mapping is one to one for any
@@ -16,4 +16,4 @@ QByteArray wtf8ToUtf16(const char* data, qsizetype size, bool bigEndian);
 QByteArray toWtf8(const QString& text);
 QString fromWtf8(const char* data, qsizetype size);
 
-} // namespace Globals::ProfileDetail
+} // namespace store::detail

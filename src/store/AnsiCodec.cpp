@@ -1,10 +1,10 @@
-#include "store/profile/AnsiCodec.h"
+#include "store/AnsiCodec.h"
 
-#include "store/profile/Utf16Codec.h"
+#include "store/Utf16Codec.h"
 
 #include <array>
 
-namespace Globals::ProfileDetail {
+namespace store::detail {
 
 namespace {
 
@@ -67,4 +67,4 @@ QString decodeText(const char* data, qsizetype size, FileEncoding encoding) {
     return out;
 }
 
-} // namespace Globals::ProfileDetail
+} // namespace store::detail

@@ -1,6 +1,6 @@
-#include "store/profile/Utf16Codec.h"
+#include "store/Utf16Codec.h"
 
-namespace Globals::ProfileDetail {
+namespace store::detail {
 
 namespace {
 
@@ -101,4 +101,4 @@ QString fromWtf8(const char* data, qsizetype size) {
     return out;
 }
 
-} // namespace Globals::ProfileDetail
+} // namespace store::detail

@@ -6,7 +6,7 @@
 #include <optional>
 #include <sys/stat.h>
 
-namespace Globals::ProfileDetail {
+namespace store::detail {
 
 // The file a path finally names, following symbolic links, so that a link
 // stays a link and its target gets the new text.
@@ -36,4 +36,4 @@ void setSyncFunction(SyncFunction sync);
 
 QString errnoText(int error);
 
-} // namespace Globals::ProfileDetail
+} // namespace store::detail

@@ -1,4 +1,4 @@
-#include "store/profile/AtomicFile.h"
+#include "store/AtomicFile.h"
 
 #include <cerrno>
 #include <cstring>
@@ -8,7 +8,7 @@
 #include <sys/file.h>
 #include <unistd.h>
 
-namespace Globals::ProfileDetail {
+namespace store::detail {
 
 namespace {
 
@@ -207,4 +207,4 @@ std::optional<QString> replaceFile(const QByteArray& path, const QByteArray& byt
     return reason;
 }
 
-} // namespace Globals::ProfileDetail
+} // namespace store::detail

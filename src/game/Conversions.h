@@ -2,7 +2,7 @@
 
 #include <QString>
 
-namespace Globals {
+namespace conv {
 
 // The number a text begins with: optional blanks, sign, digits, "." and digits.
 // Stops at the first character that cannot continue it; no number gives 0.
@@ -22,4 +22,4 @@ QString UCase(const QString& text);
 QString GetField(const QString& text, qint16 n, QString& delim);
 QString GetField(const QString& text, qint16 n, const QString& delim = QStringLiteral(","));
 
-} // namespace Globals
+} // namespace conv

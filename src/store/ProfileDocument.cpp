@@ -1,10 +1,10 @@
-#include "store/profile/ProfileDocument.h"
+#include "store/ProfileDocument.h"
 
-#include "store/profile/Utf16Codec.h"
+#include "store/Utf16Codec.h"
 
 #include <cstring>
 
-namespace Globals::ProfileDetail {
+namespace store::detail {
 
 namespace {
 
@@ -388,4 +388,4 @@ QByteArray ProfileDocument::serialize() const {
     return m_mark + body;
 }
 
-} // namespace Globals::ProfileDetail
+} // namespace store::detail

@@ -1,4 +1,4 @@
-#include "store/GamePath.h"
+#include "wizard/GamePath.h"
 
 #include "runtime/FileSystem.h"
 #include "runtime/Runtime.h"

@@ -1,14 +1,16 @@
 // Save: what is missing goes to the Check Phase form, then the game is saved
 // unless it has no name.
 
-#include "store/CheckForm.h"
-#include "store/GamePath.h"
-#include "store/profile/TextHelpers.h"
+#include "wizard/CheckForm.h"
+#include "wizard/GamePath.h"
+#include "game/Conversions.h"
 #include "wizard/Catalogue.h"
 #include "wizard/Globals.h"
 #include "wizard/MainForm.h"
 
 using namespace Globals;
+using conv::Val;
+using conv::CInt;
 
 CheckForm::CheckForm() : rt::Form(wizard::checkFormSpec()) {
     Text1 = get<rt::TextBox>(QStringLiteral("Text1"));

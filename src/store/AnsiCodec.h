@@ -3,7 +3,7 @@
 #include <QByteArray>
 #include <QString>
 
-namespace Globals::ProfileDetail {
+namespace store::detail {
 
 // How the text of a profile file maps to QString. Files are Windows-1252 unless
 // they open with a byte-order mark; such a file keeps its encoding for good.
@@ -14,4 +14,4 @@ enum class FileEncoding { Ansi, Utf8, Utf16Le, Utf16Be };
 QByteArray encodeText(const QString& text, FileEncoding encoding);
 QString decodeText(const char* data, qsizetype size, FileEncoding encoding);
 
-} // namespace Globals::ProfileDetail
+} // namespace store::detail
