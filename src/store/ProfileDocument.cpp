@@ -250,13 +250,21 @@ QString ProfileDocument::read(const QString& section, const QString& key) const 
     const LineShape shape = classify(line.data, line.size);
     const char* b = shape.valueBegin;
     const char* e = cutAtNul(b, shape.valueEnd);
+    bool quoted = false;
     if (e - b >= 2 && (*b == '"' || *b == '\'') && e[-1] == *b) {
         ++b;
         --e;
+        quoted = true;
     }
     QString value = decodeText(b, e - b, m_encoding);
-    if (value.size() > kMaxValueLength) {
-        qsizetype keep = kMaxValueLength;
+    // Windows copies the value with its closing quote into the 255-place
+    // buffer and then drops the buffer's last character whenever the quoted
+    // text fitted: when the text inside is exactly 254 long, the quote was
+    // cut by the buffer and the drop takes a letter instead.
+    const qsizetype limit = quoted && value.size() == kMaxValueLength ? kMaxValueLength - 1
+                                                                      : kMaxValueLength;
+    if (value.size() > limit) {
+        qsizetype keep = limit;
         if (value.at(keep - 1).isHighSurrogate())
             --keep;
         value.truncate(keep);

@@ -152,6 +152,12 @@ std::vector<Case> handCases() {
          {read("s", "k"), write("s", "n", QByteArray(254, 'a') + "bc"), read("s", "n"),
           write("s", "q", '"' + QByteArray(260, 'q') + '"'), read("s", "q")},
          {}},
+        {"quoted values around the cut",
+         "[s]\r\na=\"" + QByteArray(253, 'a') + "\"\r\nb=\"" + QByteArray(254, 'b') +
+             "\"\r\nc='" + QByteArray(254, 'c') + "'\r\nd=\"" + QByteArray(255, 'd') +
+             "\"\r\ne=\"" + QByteArray(252, 'e') + "\"\r\n",
+         {read("s", "a"), read("s", "b"), read("s", "c"), read("s", "d"), read("s", "e")},
+         {}},
         {"CR line ends",
          b("[s]\rk=1\rl=2\r"),
          {read("s", "l"), write("s", "m", "3"), write("t", "n", "4")},
