@@ -40,7 +40,7 @@ QString Deck::words() const {
 
 Context::Context(const QString& gameFile, const QByteArray& bytes) : file(gameFile) {
     document.load(bytes);
-    index.scan(bytes);
+    index.build(document);
 }
 
 QString Context::read(const QString& section, const QString& key) const {

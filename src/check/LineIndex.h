@@ -1,13 +1,16 @@
 #pragma once
 // Where each section and key of a game file stands, and the raw lines that a
-// profile reader would cut or never reach. Values themselves are read through
-// the profile store, so that the check sees exactly what the wizard sees.
+// profile reader would cut or never reach. The lines come from the profile
+// store's own parse, so that the check sees exactly what the wizard sees.
 
-#include <QByteArray>
 #include <QHash>
 #include <QString>
 
 #include <vector>
+
+namespace store::detail {
+class ProfileDocument;
+}
 
 namespace check {
 
@@ -17,6 +20,7 @@ public:
         QString name; // as spelled in the file
         int line = 0;
         qsizetype valueLength = 0;
+        bool hasEquals = true; // false for a line that is no key=value
     };
     struct Section {
         QString name; // as spelled in the file
@@ -25,7 +29,7 @@ public:
         QHash<QString, int> firstKey; // folded name -> index in keys
     };
 
-    void scan(const QByteArray& bytes);
+    void build(const store::detail::ProfileDocument& document);
 
     // The first section of that name, as readers take it; nullptr if none.
     const Section* section(const QString& name) const;

@@ -1,7 +1,6 @@
 // The "Check game" command: the whole-game check on the game as its file
 // holds it, and a jump to where a finding is mended.
 
-#include "check/LineIndex.h"
 #include "guidance/GameCheckForm.h"
 #include "runtime/Runtime.h"
 #include "wizard/GamePath.h"
@@ -26,18 +25,22 @@ bool readsDifferently(const QByteArray& before, const QByteArray& after) {
     store::detail::ProfileDocument now;
     was.load(before);
     now.load(after);
-    check::LineIndex keys;
-    keys.scan(after);
-    for (const check::LineIndex::Section& section : keys.sections()) {
-        for (const check::LineIndex::Key& key : section.keys) {
-            const QString name = key.name.toLower();
-            if (name == QLatin1String("split") || name == QLatin1String("draw_facedown"))
-                continue;
-            if (was.read(section.name, key.name) != now.read(section.name, key.name))
-                return true;
+    bool differs = false;
+    QString section;
+    now.forEachLine([&](const store::detail::ParsedLine& line) {
+        using Kind = store::detail::ParsedLine::Kind;
+        if (line.kind == Kind::Header) {
+            section = line.name;
+            return;
         }
-    }
-    return false;
+        if (differs || line.kind != Kind::Key)
+            return;
+        const QString name = line.name.toLower();
+        if (name == QLatin1String("split") || name == QLatin1String("draw_facedown"))
+            return;
+        differs = was.read(section, line.name) != now.read(section, line.name);
+    });
+    return differs;
 }
 
 } // namespace

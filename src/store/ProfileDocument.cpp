@@ -272,6 +272,47 @@ QString ProfileDocument::read(const QString& section, const QString& key) const 
     return value;
 }
 
+bool ProfileDocument::hasKey(const QString& section, const QString& key) const {
+    const Section* found = findSection(lookupName(section, m_encoding));
+    return found && found->keys.contains(lookupName(key, m_encoding));
+}
+
+namespace {
+qsizetype characters(const char* b, const char* e, FileEncoding encoding) {
+    if (encoding == FileEncoding::Ansi)
+        return e - b;
+    qsizetype n = 0; // UTF-8 inside: count every byte that starts a character
+    for (const char* p = b; p < e; ++p)
+        n += (static_cast<unsigned char>(*p) & 0xC0) != 0x80;
+    return n;
+}
+} // namespace
+
+void ProfileDocument::forEachLine(const std::function<void(const ParsedLine&)>& visit) const {
+    ParsedLine out;
+    const auto take = [&](const Line& line) {
+        ++out.number; // a write that adds a line break parses the text anew
+        const LineShape shape = classify(line.data, line.size);
+        out.kind = shape.kind == LineKind::Header ? ParsedLine::Kind::Header
+                   : shape.kind == LineKind::Key  ? ParsedLine::Kind::Key
+                                                  : ParsedLine::Kind::Blank;
+        out.name = shape.kind == LineKind::Blank
+                       ? QString()
+                       : decodeText(shape.nameBegin, shape.nameCut - shape.nameBegin, m_encoding);
+        out.hasEquals = shape.equals != nullptr;
+        out.valueLength = shape.kind == LineKind::Key
+                              ? characters(shape.valueBegin, shape.valueEnd, m_encoding)
+                              : 0;
+        visit(out);
+    };
+    for (const Section& section : m_sections) {
+        if (section.hasHeader)
+            take(section.header);
+        for (const Line& line : section.lines)
+            take(line);
+    }
+}
+
 bool ProfileDocument::write(const QString& section, const QString& key, const QString& value) {
     const QByteArray sectionName = callerName(section, m_encoding);
     const QByteArray keyName = callerName(key, m_encoding);

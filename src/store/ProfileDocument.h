@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QString>
 
+#include <functional>
 #include <vector>
 
 namespace store::detail {
@@ -29,6 +30,17 @@ struct Line {
     void setText(QByteArray text);
 };
 
+// One line of the file as a reader takes it, for tools that must say where a
+// section or key stands without a grammar of their own.
+struct ParsedLine {
+    enum class Kind : quint8 { Blank, Header, Key };
+    Kind kind = Kind::Blank;
+    int number = 0;        // from 1, counting CR, LF and CR LF as one line end each
+    QString name;          // as spelled, without the blanks around it, cut at a NUL
+    bool hasEquals = false; // a key line: false for a line that holds no "="
+    qsizetype valueLength = 0; // a key line: characters after "=", blanks around dropped
+};
+
 // The parsed image of one profile file. Every byte that came in goes out again
 // unless a write replaced the line that held it, so that comments, unknown keys,
 // spacing and line ends survive any number of saves.
@@ -42,6 +54,10 @@ public:
     // True when the file text changed; writing the value a key already holds
     // changes nothing.
     bool write(const QString& section, const QString& key, const QString& value);
+    // Whether a read of the key would find a line for it (an empty value is a key).
+    bool hasKey(const QString& section, const QString& key) const;
+    // Every line in file order, headers and keys with the names a read matches.
+    void forEachLine(const std::function<void(const ParsedLine&)>& visit) const;
     // The file's bytes, in the file's own encoding.
     QByteArray serialize() const;
 

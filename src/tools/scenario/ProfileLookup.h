@@ -1,6 +1,5 @@
 #pragma once
-// An independent reading of a profile file, to tell a missing key from an
-// empty one: the store's own read gives "" for both.
+// Tells a missing key from an empty one, which the store's read gives alike.
 
 #include <QByteArray>
 #include <QString>
@@ -8,13 +7,10 @@
 
 namespace scenario {
 
-// The raw value of the key (after "=", blanks around it removed), or nothing
-// when the file has no such key. Section and key names match without regard
-// to ASCII case, blanks around them do not count, a NUL ends them, and the
-// first section of a name and the first key in it win. A line without "=" is a
-// key with no value; lines before the first header make the section "". A
-// UTF-16 file gives its value as UTF-8.
-std::optional<QByteArray> findProfileKey(const QByteArray& file, const QString& section,
-                                         const QString& key);
+// The value of the key as ReadProfileValue reads it, or nothing when the file
+// holds no line for the key. The file is parsed by the store's own reader, so
+// names match by its rules.
+std::optional<QString> findProfileKey(const QByteArray& file, const QString& section,
+                                      const QString& key);
 
 } // namespace scenario

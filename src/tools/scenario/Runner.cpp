@@ -283,7 +283,11 @@ void Runner::checkFile(const Statement& s) {
             return; // no file, no key
         if (const auto v = findProfileKey(file.readAll(), s.section, s.key))
             fail(s, QStringLiteral("expected no key %1 [%2] %3, found %3=%4")
-                        .arg(s.path, s.section, s.key, Value::fromBytes(*v).show()));
+                        .arg(s.path, s.section, s.key, [&] {
+                            Value shown;
+                            shown.text = *v;
+                            return shown.show();
+                        }()));
         return;
     }
     default:
