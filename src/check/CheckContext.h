@@ -26,6 +26,7 @@ struct ImageFolder {
     QSet<QString> files;                  // every file name in it
     QHash<QString, QString> byFoldedName; // lower case -> name on disk
     QStringList images;                   // the files of an image kind, in order
+    QStringList unlisted;                 // pictures of a kind the wizard does not list
     QSet<QString> used;                   // names on disk that the game uses
 };
 

@@ -1,7 +1,9 @@
 // The decks in use: their images, their cards, what they deal.
 
 #include "check/CheckContext.h"
+#include "game/CardEntry.h"
 #include "game/Conversions.h"
+#include "game/GameFile.h"
 
 #include <algorithm>
 
@@ -11,21 +13,18 @@ namespace {
 
 constexpr int kMaxCopies = 32767;
 
-// Copies of one card line, as the wizard counts them; 1 for a bare name.
+// Copies of one card line as the wizard reads them, and whether the count
+// written was beyond what a row can hold (the wizard's reading stops there).
 struct Entry {
     int copies = 1;
     QString name;
 };
 
-Entry readEntry(const QString& entry) {
-    if (!entry.startsWith(QLatin1String("(x")))
-        return {1, entry};
-    const qsizetype close = entry.indexOf(u')');
-    const double value = conv::Val(entry.mid(2));
-    Entry e;
-    e.copies = value > kMaxCopies ? kMaxCopies + 1 : static_cast<int>(conv::CInt(value));
-    e.name = close < 0 ? entry : entry.mid(close + 1).trimmed();
-    return e;
+Entry readEntry(const QString& text) {
+    const CardEntry entry = readCardEntry(text);
+    const bool counted = text.startsWith(QLatin1String("(x")) && text.contains(u')');
+    return {counted && conv::Val(text.mid(2)) > kMaxCopies ? kMaxCopies + 1 : entry.count,
+            entry.name};
 }
 
 // One card line of a deck. Its place and words are built only for a finding:
@@ -139,8 +138,8 @@ void checkDeck(Context& c, const Deck& deck) {
         // Point at the count that put the deck in use.
         Place where = c.place(deck);
         where.line = deck.common
-                         ? c.index.lineOf(QStringLiteral("GAME"), QStringLiteral("common_decks"))
-                         : c.index.lineOf(QStringLiteral("Player ") + QString::number(deck.player),
+                         ? c.index.lineOf(game::section::game(), QStringLiteral("common_decks"))
+                         : c.index.lineOf(game::section::player(deck.player),
                                           QStringLiteral("decks"));
         c.add(Severity::Warning, where,
               Words + QStringLiteral(" is in use but has never been saved: it has no cards"));
@@ -166,6 +165,11 @@ void checkDeck(Context& c, const Deck& deck) {
               QStringLiteral("The size of ") + deck.words() + QStringLiteral(" is ") +
                   quoted(sizeText) + QStringLiteral(", not a whole number"));
     const int cards = std::clamp<int>(conv::CInt(conv::Val(sizeText)), 0, kMaxCopies);
+    if (cards > game::MaxDeckRows)
+        c.add(Severity::Error, c.place(deck, QStringLiteral("decksize")),
+              QStringLiteral("The size of ") + deck.words() + QStringLiteral(" is ") +
+                  QString::number(cards) + QStringLiteral(", more than the ") +
+                  QString::number(game::MaxDeckRows) + QStringLiteral(" cards a deck can hold"));
     int present = 0;
     int firstMissing = 0;
     qint64 copies = 0;
@@ -192,12 +196,10 @@ void checkDeck(Context& c, const Deck& deck) {
 
 void checkDecks(Context& c) {
     for (int d = 1; d <= c.commonDecks; ++d)
-        checkDeck(c, {true, 0, d, QStringLiteral("COMMON ") + QString::number(d)});
+        checkDeck(c, {true, 0, d, game::section::common(d)});
     for (int p = 1; p <= c.players; ++p) {
         for (int d = 1; d <= c.playerDecks[p]; ++d)
-            checkDeck(c, {false, p, d,
-                          QStringLiteral("DECK ") + QString::number(d) +
-                              QStringLiteral(" PLAYER ") + QString::number(p)});
+            checkDeck(c, {false, p, d, game::section::playerDeck(d, p)});
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "check/CheckContext.h"
 #include "game/Conversions.h"
+#include "game/GameFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -135,6 +136,17 @@ bool isImageName(const QString& name) {
            name.endsWith(QLatin1String(".gif"), Qt::CaseInsensitive);
 }
 
+// Pictures that drawing programs save and that a designer may expect among
+// the cards; the wizard lists none of them.
+bool isOtherPicture(const QString& name) {
+    static const char* const kinds[] = {".png", ".jpeg", ".jpe", ".tif", ".tiff", ".webp",
+                                        ".svg", ".ico", ".tga", ".pcx", ".psd", ".xcf"};
+    for (const char* kind : kinds)
+        if (name.endsWith(QLatin1String(kind), Qt::CaseInsensitive))
+            return true;
+    return false;
+}
+
 void listImageFolder(Context& c, const QString& folderName) {
     ImageFolder& images = c.images;
     images.name = folderName;
@@ -157,8 +169,11 @@ void listImageFolder(Context& c, const QString& folderName) {
         images.byFoldedName.insert(name.toLower(), name);
         if (isImageName(name))
             images.images.append(name);
+        else if (isOtherPicture(name))
+            images.unlisted.append(name);
     }
     std::sort(images.images.begin(), images.images.end());
+    std::sort(images.unlisted.begin(), images.unlisted.end());
 }
 
 // A count that must lie between low and high; gives the value in use.
@@ -177,13 +192,13 @@ int checkCount(Context& c, const Place& where, const QString& what, int low, int
 } // namespace
 
 void checkGameSection(Context& c) {
-    const QString game = QStringLiteral("GAME");
-    c.players = checkCount(c, c.place(Where::Game, game, QStringLiteral("players")),
+    const QString gameSection = game::section::game();
+    c.players = checkCount(c, c.place(Where::Game, gameSection, QStringLiteral("players")),
                            QStringLiteral("The number of players"), 1, 6);
-    c.commonDecks = checkCount(c, c.place(Where::Game, game, QStringLiteral("common_decks")),
+    c.commonDecks = checkCount(c, c.place(Where::Game, gameSection, QStringLiteral("common_decks")),
                                QStringLiteral("The number of common decks"), 0, 6);
-    const QString directory = c.read(game, QStringLiteral("directory"));
-    const Place directoryPlace = c.place(Where::Game, game, QStringLiteral("directory"));
+    const QString directory = c.read(gameSection, QStringLiteral("directory"));
+    const Place directoryPlace = c.place(Where::Game, gameSection, QStringLiteral("directory"));
     if (directory.isEmpty()) {
         c.images.problem = QStringLiteral("is not set");
         c.add(Severity::Error, directoryPlace,
@@ -195,19 +210,19 @@ void checkGameSection(Context& c) {
                   QStringLiteral("The image directory ") + quoted(directory) + QLatin1Char(' ') +
                       c.images.problem);
     }
-    c.checkImage(c.read(game, QStringLiteral("desktop")),
-                 c.place(Where::Game, game, QStringLiteral("desktop")),
+    c.checkImage(c.read(gameSection, QStringLiteral("desktop")),
+                 c.place(Where::Game, gameSection, QStringLiteral("desktop")),
                  QStringLiteral("The desktop image"));
 }
 
 void checkPlayers(Context& c) {
     for (int p = 1; p <= c.players; ++p) {
-        const QString section = QStringLiteral("Player ") + QString::number(p);
-        const QString who = QStringLiteral("Player ") + QString::number(p);
+        const QString section = game::section::player(p);
+        const QString who = section;
         if (c.read(section, QStringLiteral("name")).isEmpty()) {
             Place where = c.place(Where::Player, section, QStringLiteral("name"), p);
             if (where.line == 0) // no section yet: the count put the player in use
-                where.line = c.index.lineOf(QStringLiteral("GAME"), QStringLiteral("players"));
+                where.line = c.index.lineOf(game::section::game(), QStringLiteral("players"));
             c.add(Severity::Warning, where, who + QStringLiteral(" has no name"));
         }
         const QString decks = c.read(section, QStringLiteral("decks"));
@@ -224,11 +239,20 @@ void checkPlayers(Context& c) {
 void checkUnusedImages(Context& c) {
     if (!c.images.problem.isEmpty())
         return;
+    if (const qsizetype n = c.images.unlisted.size(); n > 0)
+        c.add(Severity::Note, c.place(Where::Game, game::section::game(), QStringLiteral("directory")),
+              QStringLiteral("The directory ") + quoted(c.images.name) + QStringLiteral(" holds ") +
+                  (n == 1 ? QStringLiteral("a picture") : QString::number(n) + QStringLiteral(" pictures")) +
+                  QStringLiteral(" that the wizard lists nowhere, as it lists only *.bmp, *.jpg "
+                                 "and *.gif files: ") +
+                  QStringList(c.images.unlisted.mid(0, 10)).join(QStringLiteral(", ")) +
+                  (n > 10 ? QStringLiteral(" and ") + QString::number(n - 10) + QStringLiteral(" more")
+                          : QString()));
     for (const QString& image : std::as_const(c.images.images)) {
         if (!c.images.used.contains(image))
             c.add(
                 Severity::Warning,
-                c.place(Where::Game, QStringLiteral("GAME"), QStringLiteral("directory")),
+                c.place(Where::Game, game::section::game(), QStringLiteral("directory")),
                 QStringLiteral("The image ") + quoted(image) +
                     QStringLiteral(" of the directory is used by no deck and not as the desktop"));
     }

@@ -2,6 +2,7 @@
 
 #include "check/CheckContext.h"
 #include "game/Conversions.h"
+#include "game/GameFile.h"
 
 #include <QRegularExpression>
 
@@ -11,8 +12,8 @@ namespace check::detail {
 
 namespace {
 
-const QString kLists = QStringLiteral("PROP LISTS");
-const QString kReports = QStringLiteral("REPORTS");
+const QString kLists = game::section::propLists();
+const QString kReports = game::section::reports();
 
 int countIn(Context& c, const QString& section, const QString& key, const QString& what, int high,
             Where where) {
@@ -153,16 +154,10 @@ struct SectionKind {
 SectionKind kindOf(const QString& name) {
     static const QRegularExpression player(QStringLiteral("^player ([0-9]{1,9})$"),
                                            QRegularExpression::CaseInsensitiveOption);
-    static const QRegularExpression common(QStringLiteral("^common ([0-9]{1,9})$"),
-                                           QRegularExpression::CaseInsensitiveOption);
-    static const QRegularExpression deck(QStringLiteral("^deck ([0-9]{1,9}) player ([0-9]{1,9})$"),
-                                         QRegularExpression::CaseInsensitiveOption);
     if (const auto m = player.match(name); m.hasMatch())
         return {Where::Player, m.captured(1).toInt(), 0, true};
-    if (const auto m = common.match(name); m.hasMatch())
-        return {Where::CommonDeck, 0, m.captured(1).toInt(), true};
-    if (const auto m = deck.match(name); m.hasMatch())
-        return {Where::PlayerDeck, m.captured(2).toInt(), m.captured(1).toInt(), true};
+    if (game::section::DeckName deck; game::section::parseDeck(name, deck))
+        return {deck.common ? Where::CommonDeck : Where::PlayerDeck, deck.player, deck.deck, true};
     if (LineIndex::fold(name) == LineIndex::fold(kLists))
         return {Where::PropertyLists, 0, 0, true};
     if (LineIndex::fold(name) == LineIndex::fold(kReports))
@@ -179,6 +174,38 @@ Place sectionPlace(Context& c, const LineIndex::Section& s, const QString& key, 
 
 int decksize(Context& c, const QString& section) {
     return conv::CInt(conv::Val(c.read(section, QStringLiteral("decksize"))));
+}
+
+} // namespace
+
+namespace {
+
+// A run of lines without "=" from keys[first] on: no reader takes them. The
+// usual source is a description of several lines, which a save writes whole
+// and every later save leaves behind once more.
+void strayLines(Context& c, const LineIndex::Section& s, std::size_t first,
+                const LineIndex::Key* before) {
+    std::size_t n = 0;
+    while (first + n < s.keys.size() && !s.keys[first + n].hasEquals)
+        ++n;
+    const LineIndex::Key& key = s.keys[first];
+    const QString head = s.line == 0 ? QStringLiteral("before the first section")
+                                     : QStringLiteral("in [") + s.name + QLatin1Char(']');
+    QString message = (n == 1 ? QStringLiteral("The line ") + quoted(key.name)
+                              : QString::number(n) + QStringLiteral(" lines, from ") +
+                                    quoted(key.name) + QStringLiteral(" on,")) +
+                      QLatin1Char(' ') + head +
+                      (n == 1 ? QStringLiteral(" is no key=value line") :
+                                QStringLiteral(" are no key=value lines"));
+    if (before && LineIndex::fold(before->name) == QLatin1String(game::key::description) &&
+        LineIndex::fold(s.name) == LineIndex::fold(game::section::game()))
+        message += QStringLiteral(": left over from a description of several lines, of "
+                                  "which the engine reads only the first, and every save "
+                                  "leaves the later ones once more. Write the description on "
+                                  "one line and delete the lines below it");
+    else
+        message += QStringLiteral("; no reader takes it");
+    c.add(Severity::Warning, sectionPlace(c, s, QString(), key.line), message);
 }
 
 } // namespace
@@ -234,7 +261,14 @@ void checkLeftovers(Context& c) {
 
 void checkLongValues(Context& c) {
     for (const LineIndex::Section& s : c.index.sections()) {
-        for (const LineIndex::Key& key : s.keys) {
+        const LineIndex::Key* lastKey = nullptr;
+        for (std::size_t k = 0; k < s.keys.size(); ++k) {
+            const LineIndex::Key& key = s.keys[k];
+            if (key.hasEquals) {
+                lastKey = &key;
+            } else if (k == 0 || s.keys[k - 1].hasEquals) {
+                strayLines(c, s, k, lastKey);
+            }
             if (key.valueLength <= 254)
                 continue;
             c.add(Severity::Error, sectionPlace(c, s, key.name, key.line),

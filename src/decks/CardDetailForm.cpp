@@ -1,6 +1,6 @@
 #include "decks/CardDetailForm.h"
 
-#include "decks/CardEntry.h"
+#include "game/CardEntry.h"
 #include "decks/ShowCrdForm.h"
 #include "properties/PropertyLists.h"
 #include "wizard/GamePath.h"

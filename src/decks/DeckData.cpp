@@ -1,6 +1,6 @@
 // One deck between its section of the game file and page 4.
 
-#include "decks/CardEntry.h"
+#include "game/CardEntry.h"
 #include "wizard/GamePath.h"
 #include "store/ProfileStore.h"
 #include "game/Conversions.h"

@@ -167,6 +167,51 @@ TEST_F(Rules, DeckSizesAndCardLines) {
         }));
 }
 
+TEST_F(Rules, ReadAsTheWizardReads) {
+    // A blank after ")" and a header that stands twice: the wizard's reading.
+    QStringList lines = with(cleanGame(), {{18, "card1=(x3) a.bmp"}, {5, "common_decks=2"}});
+    lines << "[COMMON 1]" << "decksize=1" << "card1=ghost.bmp" << "[COMMON 2]" << "decksize=201";
+    // Six decks of a player, the most there may be, each saved with one card.
+    lines[8] = "decks=6";
+    for (int d = 2; d <= 6; ++d)
+        lines << QStringLiteral("[DECK %1 PLAYER 1]").arg(d) << "decksize=1" << "img_back=back.bmp"
+              << "img_discard=pile.bmp" << "deal=1" << "card1=c.jpg";
+    game(lines);
+    images("img", {"d.png", "e.PNG", "notes.txt"});
+    EXPECT_EQ(findings(),
+              QStringList({
+                  "4: note: The directory \"img\" holds 2 pictures that the wizard lists nowhere, "
+                  "as it lists only *.bmp, *.jpg and *.gif files: d.png, e.PNG",
+                  "35: warning: Common deck 2 has no back image",
+                  "35: warning: Common deck 2 has no discard image",
+                  "35: error: The cards to deal of common deck 2 are empty, not a whole number",
+                  "36: error: The size of common deck 2 is 201, more than the 200 cards a deck "
+                  "can hold",
+                  "36: error: The size of common deck 2 is 201 but only 0 card lines are present "
+                  "(the first missing is card1): the wizard shows empty cards",
+              }));
+}
+
+TEST_F(Rules, LinesThatAreNoKeys) {
+    // A description of three lines, saved twice: the file keeps every later line.
+    QStringList lines = cleanGame();
+    lines.insert(2, "description=line one");
+    lines.insert(3, "line three");
+    lines.insert(4, "line two");
+    lines.insert(5, "line three");
+    lines.insert(16, "stray");
+    game(lines);
+    EXPECT_EQ(findings(),
+              QStringList({
+                  "4: warning: 3 lines, from \"line three\" on, in [GAME] are no key=value lines: "
+                  "left over from a description of several lines, of which the engine reads "
+                  "only the first, and every save leaves the later ones once more. Write the "
+                  "description on one line and delete the lines below it",
+                  "17: warning: The line \"stray\" in [Player 2] is no key=value line; no reader "
+                  "takes it",
+              }));
+}
+
 TEST_F(Rules, PropertyValuesAndLists) {
     game(with(cleanGame(), {{18, "card1=(x3)a.bmp,,Value=3=4|Power=2|Colour"},
                             {27, "total=2"},

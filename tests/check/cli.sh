@@ -52,6 +52,13 @@ echo "$out" | grep -q '^'"$work"'/Broken.game:[0-9][0-9]*: error: ' || fail "no 
 grep -q '"severity": "error"' "$work/out.json" || fail "--json holds no findings"
 grep -q '"where": "common deck"' "$work/out.json" || fail "--json says not where"
 
+# Warnings and notes alone are no failure: a player without a name, a leftover.
+sed -e 's/^name=North/name=/' "$app/Duel.game" > "$work/Warned.game"
+printf '[COMMON 9]\r\ndecksize=0\r\n' >> "$work/Warned.game"
+out=$("$check" "$work/Warned.game"); status=$?
+[ $status -eq 0 ] || fail "warnings and notes alone: status $status: $out"
+echo "$out" | grep -q "0 errors, 1 warning, 1 note" || fail "warnings and notes: $out"
+
 "$check" "$work/none.game" >/dev/null 2>&1; status=$?
 [ $status -eq 2 ] || fail "a missing file: status $status"
 "$check" >/dev/null 2>&1; status=$?

@@ -1,4 +1,4 @@
-#include "decks/CardEntry.h"
+#include "game/CardEntry.h"
 
 #include "game/Conversions.h"
 
