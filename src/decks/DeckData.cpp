@@ -1,6 +1,7 @@
 // One deck between its section of the game file and page 4.
 
 #include "game/CardEntry.h"
+#include "game/GameFile.h"
 #include "wizard/GamePath.h"
 #include "store/ProfileStore.h"
 #include "game/Conversions.h"
@@ -40,10 +41,7 @@ void MainForm::LoadDeckData(const QString& section) {
 
 void MainForm::SaveDeckData(bool isCommonDeck, qint16 deckId) {
     const QString file = GameFilePath();
-    const QString section = isCommonDeck
-                                ? QStringLiteral("COMMON ") + QString::number(deckId)
-                                : QStringLiteral("DECK ") + QString::number(deckId) +
-                                      QStringLiteral(" PLAYER ") + QString::number(CurrentIndex);
+    const QString section = game::section::deck(isCommonDeck, deckId, CurrentIndex);
     const int rows = commonList->ListCount();
     WriteProfileValue(section, QStringLiteral("decksize"), QString::number(rows), file);
     WriteProfileValue(section, QStringLiteral("img_back"), backImg->List(0), file);

@@ -1,4 +1,5 @@
 #include "decks/DeckPropForm.h"
+#include "game/GameFile.h"
 
 #include "wizard/GamePath.h"
 #include "store/ProfileStore.h"
@@ -13,12 +14,10 @@ using conv::UCase;
 
 namespace {
 
-// The section of the deck on page 4, built from the wizard state each time.
+// The section of the deck on the decks page, built from the wizard state each time.
 QString deckSection() {
-    if (IsCommonDeck)
-        return QStringLiteral("COMMON ") + QString::number(CurrentIndex);
-    return QStringLiteral("DECK ") + QString::number(CurrentPlayerDeck) +
-           QStringLiteral(" PLAYER ") + QString::number(CurrentIndex);
+    return game::section::deck(IsCommonDeck, IsCommonDeck ? CurrentIndex : CurrentPlayerDeck,
+                               CurrentIndex);
 }
 
 QString flag(bool value) {

@@ -1,6 +1,7 @@
 // Decks Info page: how many common decks the game has, and a button to each.
 
 #include "decks/DeckButtons.h"
+#include "game/GameFile.h"
 #include "runtime/Runtime.h"
 #include "game/Conversions.h"
 #include "wizard/Globals.h"
@@ -21,9 +22,9 @@ void MainForm::CommDecksNum_Validate(bool& Cancel) {
 }
 
 void MainForm::ShowCommonDeck_Click(int Index) {
-    CurrentFrame = 4;
+    CurrentFrame = game::page::DecksDetail;
     IsCommonDeck = True;
     CurrentIndex = static_cast<qint16>(Index + 1);
-    LoadDeckData(QStringLiteral("COMMON ") + QString::number(Index + 1));
+    LoadDeckData(game::section::common(Index + 1));
     ShowFrame();
 }

@@ -23,6 +23,10 @@ inline constexpr qint32 ReportDetail = 7;
 inline constexpr qint32 Count = 8;
 } // namespace page
 
+// Whose deck a jump or a row of the index means, where a player's number
+// from 1 would stand: the common decks.
+inline constexpr qint16 CommonDecksOwner = -1;
+
 // The limits the file's readers count to.
 inline constexpr int MaxPlayers = 6;
 inline constexpr int MaxCommonDecks = 6;

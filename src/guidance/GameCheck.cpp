@@ -1,6 +1,7 @@
 // The "Check game" command: the whole-game check on the game as its file
 // holds it, and a jump to where a finding is mended.
 
+#include "game/GameFile.h"
 #include "guidance/GameCheckForm.h"
 #include "runtime/Runtime.h"
 #include "wizard/GamePath.h"
@@ -76,6 +77,6 @@ void MainForm::CheckGameBtn_Click() {
     form->showUnsaved(unsaved);
     form->Show(1);
     const GameCheckForm::Target target = GameCheckForm::choice;
-    if (target.frame >= 0)
-        jumpTo(target.frame, target.index1, target.index2);
+    if (target.page != game::page::None)
+        jumpTo(target.page, target.index1, target.index2);
 }

@@ -74,32 +74,36 @@ bool inRange(int n) {
 // The page that mends a finding, as the index would take the wizard there.
 // Sections beyond the counts have no page of their own: their count's page.
 GameCheckForm::Target targetOf(const Place& p) {
+    using Target = GameCheckForm::Target;
+    namespace page = game::page;
     const QString key = p.key.toLower();
     switch (p.where) {
     case Where::Game:
-        if (key == QLatin1String("players"))
-            return {1};
-        if (key == QLatin1String("common_decks"))
-            return {3};
-        return {0};
+        if (key == QLatin1String(game::key::players))
+            return {page::PlayersInfo};
+        if (key == QLatin1String(game::key::commonDecks))
+            return {page::DecksInfo};
+        return {page::GeneralInfo};
     case Where::Player:
-        if (!inRange(p.player) || key == QLatin1String("name"))
-            return {1};
-        return {2, 0, p.player};
+        if (!inRange(p.player) || key == QLatin1String(game::key::name))
+            return {page::PlayersInfo};
+        return {page::PlayersDetail, 0, p.player};
     case Where::CommonDeck:
-        return inRange(p.deck) ? GameCheckForm::Target{4, -1, p.deck} : GameCheckForm::Target{3};
+        return inRange(p.deck) ? Target{page::DecksDetail, game::CommonDecksOwner, p.deck}
+                               : Target{page::DecksInfo};
     case Where::PlayerDeck:
         if (!inRange(p.player))
-            return {1};
-        return inRange(p.deck) ? GameCheckForm::Target{4, p.player, p.deck}
-                               : GameCheckForm::Target{2, 0, p.player};
+            return {page::PlayersInfo};
+        return inRange(p.deck) ? Target{page::DecksDetail, p.player, p.deck}
+                               : Target{page::PlayersDetail, 0, p.player};
     case Where::PropertyLists:
-        return {6};
+        return {page::Properties};
     case Where::Report:
         break;
     }
-    return p.report >= 1 && p.report <= 8 ? GameCheckForm::Target{7, p.report - 1}
-                                          : GameCheckForm::Target{6};
+    return p.report >= 1 && p.report <= game::MaxReports
+               ? Target{page::ReportDetail, p.report - 1}
+               : Target{page::Properties};
 }
 
 QString rowText(const Finding& f) {

@@ -3,6 +3,7 @@
 // report they belong to; a double click goes there the way the index does.
 
 #include "check/Finding.h"
+#include "game/GameFile.h"
 #include "runtime/Form.h"
 
 #include <vector>
@@ -22,9 +23,9 @@ public:
 
     // Where the user chose to go, read by MainForm once the form is gone.
     struct Target {
-        int frame = -1; // -1: nowhere
-        int index1 = 0; // as the index's TreeIndex1
-        int index2 = 0; // as the index's TreeIndex2
+        qint32 page = game::page::None; // None: stay
+        int index1 = 0;                 // as the index's TreeIndex1
+        int index2 = 0;                 // as the index's TreeIndex2
     };
     static Target choice;
 

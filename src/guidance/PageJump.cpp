@@ -1,32 +1,33 @@
 // A jump to a page, player, deck or report, the way the index takes the
 // wizard there: the page left is not saved, and a deck comes from the file.
 
+#include "game/GameFile.h"
 #include "wizard/Globals.h"
 #include "wizard/MainForm.h"
 
 using namespace Globals;
+namespace page = game::page;
+namespace section = game::section;
 
-void MainForm::jumpTo(int frame, int index1, int index2) {
-    CurrentFrame = frame;
-    const QString n1 = QString::number(index1);
-    const QString n2 = QString::number(index2);
+void MainForm::jumpTo(qint32 targetPage, int index1, int index2) {
+    CurrentFrame = targetPage;
     switch (CurrentFrame) {
-    case 2:
+    case page::PlayersDetail:
         CurrentIndex = static_cast<qint16>(index2);
         break;
-    case 4:
-        if (index1 == -1) {
+    case page::DecksDetail:
+        if (index1 == game::CommonDecksOwner) {
             IsCommonDeck = True;
             CurrentIndex = static_cast<qint16>(index2);
-            LoadDeckData(QStringLiteral("COMMON ") + n2);
+            LoadDeckData(section::common(index2));
         } else {
             IsCommonDeck = False;
             CurrentPlayerDeck = static_cast<qint16>(index2);
             CurrentIndex = static_cast<qint16>(index1);
-            LoadDeckData(QStringLiteral("DECK ") + n2 + QStringLiteral(" PLAYER ") + n1);
+            LoadDeckData(section::playerDeck(index2, index1));
         }
         break;
-    case 7:
+    case page::ReportDetail:
         CurrentIndex = static_cast<qint16>(index1);
         break;
     default:

@@ -3,6 +3,8 @@
 
 #include "guidance/TreeForm.h"
 
+#include "game/GameFile.h"
+
 #include "wizard/GamePath.h"
 #include "store/ProfileStore.h"
 #include "game/Conversions.h"
@@ -17,11 +19,11 @@ using store::ReadProfileValue;
 using conv::Val;
 using conv::CInt;
 using conv::GetField;
+namespace page = game::page;
 
 namespace {
 
 constexpr qint16 NotSet = 0;
-constexpr qint16 CommonOwner = -1;
 
 QString num(int n) {
     return QString::number(n);
@@ -53,40 +55,40 @@ bool TreeForm::addRecordRow(const QString& text, const TreeRef& ref) {
 }
 
 void TreeForm::Form_Load() {
-    TreeFrame = -1;
+    TreeFrame = page::None;
     TreeRefCount = 0;
     GameList->Clear();
     MainForm* main = mainForm();
     const QString file = GameFilePath();
 
-    addPageRow(QStringLiteral("Game Description"), 0);
-    addPageRow(QStringLiteral("Players Panel"), 1);
+    addPageRow(QStringLiteral("Game Description"), page::GeneralInfo);
+    addPageRow(QStringLiteral("Players Panel"), page::PlayersInfo);
     const qint16 players = main ? CInt(Val(main->PlNum->Text())) : 0;
     bool room = true;
     for (int i = 1; room && i <= players; ++i) {
         room = addRecordRow(QStringLiteral("  *** Player ") + num(i) + QStringLiteral(" Data "),
-                            {static_cast<qint16>(i), NotSet, 2});
+                            {static_cast<qint16>(i), NotSet, page::PlayersDetail});
         const qint16 decks = CInt(Val(
-            ReadProfileValue(QStringLiteral("PLAYER ") + num(i), QStringLiteral("decks"), file)));
+            ReadProfileValue(game::section::player(i), QLatin1String(game::key::decks), file)));
         for (int j = 1; room && j <= decks; ++j)
             room = addRecordRow(QStringLiteral("           deck #") + num(j),
-                                {static_cast<qint16>(i), static_cast<qint16>(j), 4});
+                                {static_cast<qint16>(i), static_cast<qint16>(j), page::DecksDetail});
     }
 
-    addPageRow(QStringLiteral("Common Decks Panel"), 3);
+    addPageRow(QStringLiteral("Common Decks Panel"), page::DecksInfo);
     const qint16 common =
-        CInt(Val(ReadProfileValue(QStringLiteral("GAME"), QStringLiteral("common_decks"), file)));
+        CInt(Val(ReadProfileValue(game::section::game(), QLatin1String(game::key::commonDecks), file)));
     for (int k = 1; room && k <= common; ++k)
         room = addRecordRow(QStringLiteral("  *** deck #") + num(k),
-                            {CommonOwner, static_cast<qint16>(k), 4});
+                            {game::CommonDecksOwner, static_cast<qint16>(k), page::DecksDetail});
 
-    addPageRow(QStringLiteral("Properties Panel"), 6);
-    const QString reports = QStringLiteral("REPORTS");
-    const qint16 count = CInt(Val(ReadProfileValue(reports, QStringLiteral("num_reports"), file)));
+    addPageRow(QStringLiteral("Properties Panel"), page::Properties);
+    const QString reports = game::section::reports();
+    const qint16 count = CInt(Val(ReadProfileValue(reports, QLatin1String(game::key::numReports), file)));
     for (int r = 1; room && r <= count; ++r) {
-        const QString report = ReadProfileValue(reports, QStringLiteral("report") + num(r), file);
+        const QString report = ReadProfileValue(reports, game::key::report(r), file);
         room = addRecordRow(QStringLiteral("  *** ") + GetField(report, 1, QStringLiteral(",")),
-                            {NotSet, static_cast<qint16>(r - 1), 7});
+                            {NotSet, static_cast<qint16>(r - 1), page::ReportDetail});
     }
 }
 
@@ -100,12 +102,12 @@ void TreeForm::GameList_DblClick() {
     } else {
         const TreeRef& ref = TreeRefs[static_cast<size_t>(-1 - d)];
         TreeFrame = ref.Frame;
-        if (ref.Frame == 2) {
+        if (ref.Frame == page::PlayersDetail) {
             TreeIndex2 = ref.Owner;
-        } else if (ref.Frame == 4) {
+        } else if (ref.Frame == page::DecksDetail) {
             TreeIndex1 = ref.Owner;
             TreeIndex2 = ref.Item;
-        } else if (ref.Frame == 7) {
+        } else if (ref.Frame == page::ReportDetail) {
             TreeIndex1 = ref.Item;
         }
     }

@@ -18,9 +18,9 @@ public:
 
     // Where a row that is more than a page leads.
     struct TreeRef {
-        qint16 Owner = 0; // player from 1, -1 for a common deck
+        qint16 Owner = 0; // player from 1, or game::CommonDecksOwner
         qint16 Item = 0;  // deck from 1, report from 0
-        qint16 Frame = 0; // 2, 4 or 7
+        qint16 Frame = 0; // the players, decks or report detail page
     };
     qint16 TreeRefCount = 0;
     // Fifty records at first; a game with more rows grows it.

@@ -2,6 +2,7 @@
 // Unlike every other number of the game, it goes to the file at once.
 
 #include "decks/DeckButtons.h"
+#include "game/GameFile.h"
 #include "wizard/GamePath.h"
 #include "store/ProfileStore.h"
 #include "game/Conversions.h"
@@ -16,29 +17,29 @@ using conv::Trim;
 void MainForm::LoadPlayerData() {
     const QString name =
         CurrentIndex >= 1 && CurrentIndex <= 6 ? PLname[CurrentIndex - 1]->Text() : QString();
-    Wiz[2]->setCaption(QStringLiteral("Data Player #") + QString::number(CurrentIndex) +
-                       QLatin1Char(' ') + name);
+    Wiz[game::page::PlayersDetail]->setCaption(QStringLiteral("Data Player #") +
+                                               QString::number(CurrentIndex) + QLatin1Char(' ') +
+                                               name);
     // Runs NumPLdecks_Change only when the text differs, so that two players
     // with the same count keep the buttons and write nothing.
     NumPLdecks->setText(
-        Trim(ReadProfileValue(QStringLiteral("PLAYER ") + QString::number(CurrentIndex),
-                              QStringLiteral("decks"), GameFilePath())));
+        Trim(ReadProfileValue(game::section::player(CurrentIndex),
+                              QLatin1String(game::key::decks), GameFilePath())));
 }
 
 void MainForm::NumPLdecks_Change() {
     if (!decks::followDeckCount(NumPLdecks->Text(), ShowPlayerDeck))
         return;
-    WriteProfileValue(QStringLiteral("Player ") + QString::number(CurrentIndex),
-                      QStringLiteral("decks"), NumPLdecks->Text(), GameFilePath());
+    WriteProfileValue(game::section::player(CurrentIndex), QLatin1String(game::key::decks),
+                      NumPLdecks->Text(), GameFilePath());
     UpdatePlayerList();
 }
 
 void MainForm::ShowPlayerDeck_Click(int Index) {
-    CurrentFrame = 4;
+    CurrentFrame = game::page::DecksDetail;
     CurrentPlayerDeck = static_cast<qint16>(Index + 1);
     IsCommonDeck = False;
-    LoadDeckData(QStringLiteral("DECK ") + QString::number(Index + 1) + QStringLiteral(" PLAYER ") +
-                 QString::number(CurrentIndex));
+    LoadDeckData(game::section::playerDeck(Index + 1, CurrentIndex));
     ShowFrame();
 }
 

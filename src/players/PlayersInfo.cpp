@@ -2,6 +2,7 @@
 // player's page that tells how many decks the file gives that player.
 
 #include "runtime/Runtime.h"
+#include "game/GameFile.h"
 #include "wizard/GamePath.h"
 #include "store/ProfileStore.h"
 #include "game/Conversions.h"
@@ -54,8 +55,8 @@ void MainForm::UpdatePlayerList() {
     for (int i = 1; i <= n; ++i) {
         PLlabel[i - 1]->setVisible(true);
         PLname[i - 1]->setVisible(true);
-        const QString decks = ReadProfileValue(QStringLiteral("PLAYER ") + QString::number(i),
-                                               QStringLiteral("decks"), GameFilePath());
+        const QString decks = ReadProfileValue(game::section::player(i),
+                                               QLatin1String(game::key::decks), GameFilePath());
         PL_data[i - 1]->setCaption(QStringLiteral("Player # ") + QString::number(i) +
                                    QStringLiteral(" data (") + deckCount(decks) + QLatin1Char(')'));
         PL_data[i - 1]->setVisible(true);
@@ -69,7 +70,7 @@ void MainForm::UpdatePlayerList() {
 }
 
 void MainForm::PL_data_Click(int Index) {
-    CurrentFrame = 2;
+    CurrentFrame = game::page::PlayersDetail;
     CurrentIndex = static_cast<qint16>(Index + 1);
     ShowFrame();
 }

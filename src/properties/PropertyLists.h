@@ -2,11 +2,13 @@
 // The section of the game file that holds the property lists, as every reader
 // of them sees it.
 
+#include "game/GameFile.h"
+
 #include <QString>
 
 namespace properties {
 
-inline const QString Section = QStringLiteral("PROP LISTS");
+inline const QString Section = game::section::propLists();
 
 // The format knows four lists; a larger `total` from a file made by other
 // means stops there, so no loop over lists runs longer than that.

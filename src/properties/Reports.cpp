@@ -2,6 +2,7 @@
 // page 7 showing one of them. The wizard only reads them.
 
 #include "properties/PropertyLists.h"
+#include "game/GameFile.h"
 #include "runtime/Runtime.h"
 #include "wizard/GamePath.h"
 #include "store/ProfileStore.h"
@@ -17,7 +18,7 @@ using conv::GetField;
 
 namespace {
 
-const QString Reports = QStringLiteral("REPORTS");
+const QString Reports = game::section::reports();
 
 // Selects the item that equals `text`; no match leaves the selection alone.
 void selectExact(rt::ComboBox* box, const QString& text) {
@@ -46,7 +47,7 @@ void MainForm::repNum_Change() {
 }
 
 void MainForm::ShowReport_Click(int Index) {
-    CurrentFrame = 7;
+    CurrentFrame = game::page::ReportDetail;
     CurrentIndex = static_cast<qint16>(Index);
     ShowFrame();
 }

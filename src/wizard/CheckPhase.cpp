@@ -2,6 +2,7 @@
 // unless it has no name.
 
 #include "wizard/CheckForm.h"
+#include "game/GameFile.h"
 #include "wizard/GamePath.h"
 #include "game/Conversions.h"
 #include "wizard/Catalogue.h"
@@ -37,7 +38,7 @@ void MainForm::CheckAndSave() {
     for (int i = 1; i <= players && i <= 6; ++i)
         if (PLname[i - 1]->Text().isEmpty())
             finding(QStringLiteral("- No Name specified for player #") + QString::number(i));
-    if (CurrentFrame == 4) {
+    if (CurrentFrame == game::page::DecksDetail) {
         QString deck;
         if (IsCommonDeck) {
             deck = QStringLiteral(" common deck #") + QString::number(CurrentIndex);

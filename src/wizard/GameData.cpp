@@ -2,6 +2,7 @@
 // MainForm and the game file.
 
 #include "wizard/GamePath.h"
+#include "game/GameFile.h"
 #include "store/ProfileStore.h"
 #include "game/Conversions.h"
 #include "wizard/Globals.h"
@@ -15,7 +16,7 @@ using conv::CInt;
 
 namespace {
 
-const QString Game = QStringLiteral("GAME");
+const QString Game = game::section::game();
 
 // The game file knows at most six players; a larger count from a file stops there.
 int playerRows(const QString& count) {
@@ -33,15 +34,15 @@ void MainForm::SaveGameData(const QString& file) {
                       QString::number(CInt(Val(CommDecksNum->Text()))), file);
     const int players = playerRows(PlNum->Text());
     for (int i = 1; i <= players; ++i)
-        WriteProfileValue(QStringLiteral("Player ") + QString::number(i), QStringLiteral("name"),
+        WriteProfileValue(game::section::player(i), QStringLiteral("name"),
                           PLname[i - 1]->Text(), file);
-    if (CurrentFrame == 4) {
+    if (CurrentFrame == game::page::DecksDetail) {
         if (IsCommonDeck)
             SaveDeckData(true, CurrentIndex);
         else
             SaveDeckData(false, CurrentPlayerDeck);
     }
-    if (CurrentFrame == 6)
+    if (CurrentFrame == game::page::Properties)
         SaveProperties(file);
     WriteProfileValue(Game, QStringLiteral("desktop"), DeskTopImage->Caption(), file);
 }
@@ -52,7 +53,7 @@ void MainForm::LoadGameData() {
     PlNum->setText(ReadProfileValue(Game, QStringLiteral("players"), GameFilePath()));
     const int players = playerRows(PlNum->Text());
     for (int i = 1; i <= players; ++i)
-        PLname[i - 1]->setText(ReadProfileValue(QStringLiteral("player ") + QString::number(i),
+        PLname[i - 1]->setText(ReadProfileValue(game::section::player(i),
                                                 QStringLiteral("name"), GameFilePath()));
     CommDecksNum->setText(ReadProfileValue(Game, QStringLiteral("common_decks"), GameFilePath()));
     DeskTopImage->setCaption(ReadProfileValue(Game, QStringLiteral("desktop"), GameFilePath()));

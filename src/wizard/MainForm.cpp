@@ -1,4 +1,5 @@
 #include "wizard/MainForm.h"
+#include "game/GameFile.h"
 
 #include "runtime/FileSystem.h"
 #include "runtime/Runtime.h"
@@ -155,8 +156,8 @@ void MainForm::Form_Load() {
          !name.isEmpty(); name = rt::Dir())
         NameTXT->AddItem(name.left(name.size() - 5));
     ShowStartTips();
-    CurrentFrame = 0;
-    PreviousFrame = -1;
+    CurrentFrame = game::page::GeneralInfo;
+    PreviousFrame = game::page::None;
     ShowFrame();
     LoadDirList();
     LoadHelpBoxes();

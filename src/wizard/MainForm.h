@@ -90,7 +90,7 @@ public:
     // The whole-game check, and the jump to a page that it shares with the index.
     void CheckGameBtn_Click();
     bool hasUnsavedEdits();
-    void jumpTo(int frame, int index1, int index2);
+    void jumpTo(qint32 targetPage, int index1, int index2);
 
     // Shows a failed write of the game file; an empty text clears it.
     void showStatus(const QString& text);

@@ -4,11 +4,14 @@
 #include "runtime/Runtime.h"
 #include "wizard/GamePath.h"
 #include "game/Conversions.h"
+#include "game/GameFile.h"
 #include "wizard/Globals.h"
 #include "wizard/MainForm.h"
 
 using namespace Globals;
 using conv::Val;
+namespace page = game::page;
+namespace section = game::section;
 
 namespace {
 
@@ -16,21 +19,13 @@ QString num(qint64 n) {
     return QString::number(n);
 }
 
-QString commonSection(qint16 deck) {
-    return QStringLiteral("COMMON ") + num(deck);
-}
-
-QString playerDeckSection(qint16 deck, qint16 player) {
-    return QStringLiteral("DECK ") + num(deck) + QStringLiteral(" PLAYER ") + num(player);
-}
-
 } // namespace
 
 void MainForm::ShowFrame() {
     HideHelp();
-    if (PreviousFrame >= 0 && PreviousFrame < 8) // -1: no page to hide
+    if (PreviousFrame >= 0 && PreviousFrame < page::Count) // page::None: no page to hide
         Wiz[PreviousFrame]->setVisible(false);
-    if (CurrentFrame < 0 || CurrentFrame > 7)
+    if (CurrentFrame < 0 || CurrentFrame >= page::Count)
         return;
     rt::Frame* page = Wiz[CurrentFrame];
     page->setWidth(ScaleWidth() - 16);
@@ -40,30 +35,30 @@ void MainForm::ShowFrame() {
     page->ZOrder();
 
     switch (CurrentFrame) {
-    case 4: {
+    case page::DecksDetail: {
         File1->setPath(rt::AppPath() + QLatin1Char('/') + DirName->Text());
         if (DirName->Text().isEmpty())
             rt::MsgBox(QStringLiteral("No directory has been set for the current game"), 64);
         if (IsCommonDeck) {
-            Wiz[4]->setCaption(QStringLiteral("Common Deck #") + num(CurrentIndex));
+            Wiz[page::DecksDetail]->setCaption(QStringLiteral("Common Deck #") + num(CurrentIndex));
         } else {
             const QString player = CurrentIndex >= 1 && CurrentIndex <= 6
                                        ? PLname[CurrentIndex - 1]->Text()
                                        : QString();
-            Wiz[4]->setCaption(QStringLiteral("Deck #") + num(CurrentPlayerDeck) +
+            Wiz[page::DecksDetail]->setCaption(QStringLiteral("Deck #") + num(CurrentPlayerDeck) +
                                QStringLiteral(" Player # ") + num(CurrentIndex) +
                                QStringLiteral(" - ") + player);
         }
         break;
     }
-    case 2:
+    case page::PlayersDetail:
         LoadPlayerData();
         break;
-    case 6:
+    case page::Properties:
         showProperties();
         LoadReportCount();
         break;
-    case 7:
+    case page::ReportDetail:
         DisplayReport(CurrentIndex);
         break;
     default:
@@ -75,34 +70,34 @@ void MainForm::NextStep_Click() {
     HideHelp();
     PreviousFrame = CurrentFrame;
     switch (CurrentFrame) {
-    case 0:
+    case page::GeneralInfo:
         if (NameTXT->Text().isEmpty()) {
             rt::MsgBox(QStringLiteral("Please select the game name"), 0);
             return;
         }
-        CurrentFrame = 1;
+        CurrentFrame = page::PlayersInfo;
         break;
-    case 1:
-        CurrentFrame = 3;
+    case page::PlayersInfo:
+        CurrentFrame = page::DecksInfo;
         break;
-    case 2:
+    case page::PlayersDetail:
         if (Val(PlNum->Text()) > CurrentIndex)
             CurrentIndex = static_cast<qint16>(CurrentIndex + 1);
         break;
-    case 3:
-        CurrentFrame = 6;
+    case page::DecksInfo:
+        CurrentFrame = page::Properties;
         break;
-    case 4:
+    case page::DecksDetail:
         if (IsCommonDeck) {
             if (Val(CommDecksNum->Text()) > CurrentIndex) {
                 SaveDeckData(IsCommonDeck, CurrentIndex);
                 CurrentIndex = static_cast<qint16>(CurrentIndex + 1);
-                LoadDeckData(commonSection(CurrentIndex));
+                LoadDeckData(section::common(CurrentIndex));
             }
         } else if (Val(NumPLdecks->Text()) > CurrentPlayerDeck) {
             SaveDeckData(IsCommonDeck, CurrentPlayerDeck);
             CurrentPlayerDeck = static_cast<qint16>(CurrentPlayerDeck + 1);
-            LoadDeckData(playerDeckSection(CurrentPlayerDeck, CurrentIndex));
+            LoadDeckData(section::playerDeck(CurrentPlayerDeck, CurrentIndex));
         }
         break;
     default:
@@ -115,44 +110,44 @@ void MainForm::PrevStep_Click() {
     HideHelp();
     PreviousFrame = CurrentFrame;
     switch (CurrentFrame) {
-    case 1:
-        CurrentFrame = 0;
+    case page::PlayersInfo:
+        CurrentFrame = page::GeneralInfo;
         break;
-    case 2:
+    case page::PlayersDetail:
         if (CurrentIndex > 1)
             CurrentIndex = static_cast<qint16>(CurrentIndex - 1);
         else
-            CurrentFrame = 1;
+            CurrentFrame = page::PlayersInfo;
         break;
-    case 3:
-        CurrentFrame = 1;
+    case page::DecksInfo:
+        CurrentFrame = page::PlayersInfo;
         break;
-    case 4:
+    case page::DecksDetail:
         if (IsCommonDeck) {
             if (CurrentIndex > 1) {
                 SaveDeckData(IsCommonDeck, CurrentIndex);
                 CurrentIndex = static_cast<qint16>(CurrentIndex - 1);
-                LoadDeckData(commonSection(CurrentIndex));
+                LoadDeckData(section::common(CurrentIndex));
             } else {
-                CurrentFrame = 3;
+                CurrentFrame = page::DecksInfo;
             }
         } else if (CurrentPlayerDeck > 1) {
             SaveDeckData(IsCommonDeck, CurrentPlayerDeck);
             CurrentPlayerDeck = static_cast<qint16>(CurrentPlayerDeck - 1);
-            LoadDeckData(playerDeckSection(CurrentPlayerDeck, CurrentIndex));
+            LoadDeckData(section::playerDeck(CurrentPlayerDeck, CurrentIndex));
         } else {
-            CurrentFrame = 2;
+            CurrentFrame = page::PlayersDetail;
         }
         break;
-    case 6:
+    case page::Properties:
         SaveProperties(GameFilePath());
-        CurrentFrame = 3;
+        CurrentFrame = page::DecksInfo;
         break;
-    case 7:
+    case page::ReportDetail:
         if (CurrentIndex > 0)
             CurrentIndex = static_cast<qint16>(CurrentIndex - 1);
         else
-            CurrentFrame = 6;
+            CurrentFrame = page::Properties;
         break;
     default:
         break;
