@@ -119,6 +119,8 @@ void Runner::execute(const Statement& s) {
     case Op::Mkdir:
     case Op::Write:
     case Op::Image:
+    case Op::Files:
+    case Op::Images:
     case Op::Remove:
     case Op::Chmod:
         setUp(s);
@@ -212,6 +214,25 @@ void Runner::setUp(const Statement& s) {
                         .arg(s.height)
                         .arg(back.width())
                         .arg(back.height()));
+        return;
+    }
+    case Op::Files:
+    case Op::Images: {
+        // The first run of # takes the number, zero-padded to the run's length.
+        const qsizetype at = s.path.indexOf(QLatin1Char('#'));
+        qsizetype width = 0;
+        while (at + width < s.path.size() && s.path[at + width] == QLatin1Char('#'))
+            ++width;
+        for (int n = s.first; n <= s.last; ++n) {
+            Statement one = s;
+            one.op = s.op == Op::Files ? Op::Write : Op::Image;
+            one.path = QString(s.path).replace(at, width,
+                                               QStringLiteral("%1").arg(n, int(width), 10,
+                                                                        QLatin1Char('0')));
+            setUp(one);
+            if (m_failed)
+                return;
+        }
         return;
     }
     case Op::Remove: {

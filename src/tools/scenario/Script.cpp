@@ -371,6 +371,26 @@ Statement parseStatement(const std::vector<Token>& t) {
         s.height = integer(t[3], "a height");
         if (s.width <= 0 || s.height <= 0)
             throw Error{QStringLiteral("an image needs a positive width and height")};
+    } else if (op == "files" || op == "images") {
+        const bool images = op == "images";
+        count(t, images ? 6 : 5, images ? 6 : 5);
+        s.op = images ? Op::Images : Op::Files;
+        s.path = relativePath(t[1]);
+        if (!s.path.contains(QLatin1Char('#')))
+            throw Error{QStringLiteral("the path needs a run of # for the number")};
+        s.first = integer(t[2], "a first number");
+        s.last = integer(t[3], "a last number");
+        if (s.first < 0 || s.last < s.first || s.last - s.first >= 100000)
+            throw Error{QStringLiteral("FIRST and LAST must be 0 <= FIRST <= LAST, at most "
+                                       "100000 files")};
+        if (images) {
+            s.width = integer(t[4], "a width");
+            s.height = integer(t[5], "a height");
+            if (s.width <= 0 || s.height <= 0)
+                throw Error{QStringLiteral("an image needs a positive width and height")};
+        } else {
+            s.value = text(t[4]);
+        }
     } else if (op == "chmod") {
         count(t, 3, 3);
         s.op = Op::Chmod;

@@ -49,6 +49,8 @@ enum class Op {
     Mkdir,
     Write,
     Image,
+    Files,
+    Images,
     Remove,
     Chmod,
     Start,
@@ -82,6 +84,7 @@ struct Statement {
     QString path;           // relative to App.Path
     QString section, key;
     int width = 0, height = 0, mode = 0, code = 0;
+    int first = 0, last = 0; // files, images: the numbers put into the run of #
     std::optional<int> style;
     bool negate = false; // expect ... !=
 };

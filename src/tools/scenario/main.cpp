@@ -52,9 +52,12 @@ Choices where the contract is silent:
     heredoc line ends in CR LF.
   * An element of a control array past the catalogue's table (helpLabel(3))
     passes the name check; if it does not exist when used, the line fails.
-  * Paths of mkdir, write, image, remove, chmod, expect key/nokey/file are
+  * Paths of mkdir, write, image, files, images, remove, chmod, expect key/nokey/file are
     relative to App.Path; an absolute path is a syntax error. write and image
     make missing parent directories. `choose` may be absolute.
+  * files PATH FIRST LAST "bytes" and images PATH FIRST LAST W H: the first
+    run of # in PATH takes each number from FIRST to LAST, zero-padded to the
+    run's length (a longer number stands whole); at most 100000 files.
   * image: the picture is one plain colour (RGB 0,160,80); .jpeg counts as
     .jpg. GIFs are written by the driver's own encoder.
   * remove of a path that does not exist fails the line.
