@@ -65,6 +65,25 @@ TEST(Catalogue, EveryFormBuildsWithItsTextsAtStart) {
     EXPECT_FALSE(main->get<CommandButton>("Command10")->Visible());
     EXPECT_EQ(main->get<Frame>("buttonFrame")->Left(), 3780);
     EXPECT_EQ(main->get<Label>("mainHelp")->Top(), 4560);
+    // The numbered rows of the pages, each with its own number and hidden
+    // until a count shows it.
+    for (int i = 0; i < 8; ++i) {
+        const QString n = QString::number(i + 1);
+        EXPECT_EQ(main->get<CommandButton>("ShowReport", i)->Caption(), "Show Report #" + n);
+        EXPECT_FALSE(main->get<CommandButton>("ShowReport", i)->Visible());
+        if (i >= 6)
+            continue;
+        EXPECT_EQ(main->get<Label>("PLlabel", i)->Caption(), "Player #" + n);
+        EXPECT_EQ(main->get<CommandButton>("ShowPlayerDeck", i)->Caption(),
+                  "Show PlayerDeck #" + n);
+        EXPECT_EQ(main->get<CommandButton>("ShowCommonDeck", i)->Caption(),
+                  "Show Common Deck #" + n);
+        for (const char* row : {"PLlabel", "PLname", "PL_data", "ShowPlayerDeck", "ShowCommonDeck"})
+            EXPECT_FALSE(main->control(row, i)->widget()->isVisibleTo(main.get())) << row << i;
+    }
+    for (int i = 0; i < 24; ++i) // four lists of six names, each row headed by its number
+        EXPECT_EQ(main->get<Label>("lbl", 4 + i)->Caption(), QString::number(i % 6 + 1))
+            << i;
     main->get<Frame>("Wiz", 0)->setVisible(true);
     ASSERT_NE(main->firstTabControl(), nullptr);
     EXPECT_EQ(main->firstTabControl()->name(), "NameTXT");
