@@ -38,7 +38,6 @@ void registerForms() {
 }
 
 void installStoreHooks() {
-    rt::addActionEndHook([] { store::FlushProfiles(); });
     store::SetProfileWriteErrorHandler([](const QString& file, const QString& reason) {
         if (MainForm* form = mainForm())
             form->showStatus(QStringLiteral("Could not save %1: %2. The file on disk is unchanged.")

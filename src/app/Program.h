@@ -8,8 +8,7 @@ namespace wizard {
 
 // Registers the seven forms of the catalogue; call once, after QApplication.
 void registerForms();
-// Ties the game file store to the run time: pending writes go out when a user
-// action ends, and a failed write shows in the status line of MainForm.
+// A write of the game file store that fails shows in the status line of MainForm.
 void installStoreHooks();
 // Program start: MainForm loads, its Form_Load runs, and it shows.
 rt::Form* startProgram();

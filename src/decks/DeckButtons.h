@@ -8,6 +8,10 @@
 
 namespace decks {
 
+// The deck options that every save of the deck on the page writes "false",
+// whatever the Deck Properties dialog wrote last.
+const std::array<QString, 2>& keysEverySaveResets();
+
 inline const QString DeckCountRefused = QStringLiteral("Please insert a number from 0 to 6");
 
 // True for a value outside 0 to 6; an empty box or letters count as 0.

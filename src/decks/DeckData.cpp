@@ -1,6 +1,7 @@
 // One deck between its section of the game file and page 4.
 
 #include "game/CardEntry.h"
+#include "decks/DeckButtons.h"
 #include "game/GameFile.h"
 #include "wizard/GamePath.h"
 #include "store/ProfileStore.h"
@@ -40,15 +41,25 @@ void MainForm::LoadDeckData(const QString& section) {
 }
 
 void MainForm::SaveDeckData(bool isCommonDeck, qint16 deckId) {
-    const QString file = GameFilePath();
+    SaveDeckData(isCommonDeck, deckId, GameFilePath());
+}
+
+const std::array<QString, 2>& decks::keysEverySaveResets() {
+    static const std::array<QString, 2> keys = {QString::fromLatin1(game::key::split),
+                                                QString::fromLatin1(game::key::drawFacedown)};
+    return keys;
+}
+
+void MainForm::SaveDeckData(bool isCommonDeck, qint16 deckId, const QString& file) {
+    const store::WriteBatch oneReplace;
     const QString section = game::section::deck(isCommonDeck, deckId, CurrentIndex);
     const int rows = commonList->ListCount();
     WriteProfileValue(section, QStringLiteral("decksize"), QString::number(rows), file);
     WriteProfileValue(section, QStringLiteral("img_back"), backImg->List(0), file);
     WriteProfileValue(section, QStringLiteral("img_discard"), discardImg->List(0), file);
     WriteProfileValue(section, QStringLiteral("deal"), DealCrds->Text(), file);
-    WriteProfileValue(section, QStringLiteral("split"), QStringLiteral("false"), file);
-    WriteProfileValue(section, QStringLiteral("draw_facedown"), QStringLiteral("false"), file);
+    for (const QString& key : decks::keysEverySaveResets())
+        WriteProfileValue(section, key, QStringLiteral("false"), file);
     for (int i = 1; i <= rows; ++i) {
         QString line = commonList->List(i - 1);
         const qint32 slot = commonList->ItemData(i - 1);

@@ -49,6 +49,7 @@ void AdvancedDeckPropForm::Form_Load() {
 }
 
 void AdvancedDeckPropForm::Form_Unload() {
+    const store::WriteBatch oneReplace;
     const QString section = deckSection();
     const QString file = GameFilePath();
     WriteProfileValue(section, QStringLiteral("split"), flag(SplitOption->Value() != 0), file);

@@ -1,6 +1,7 @@
 // The "Check game" command: the whole-game check on the game as its file
 // holds it, and a jump to where a finding is mended.
 
+#include "decks/DeckButtons.h"
 #include "game/GameFile.h"
 #include "guidance/GameCheckForm.h"
 #include "runtime/Runtime.h"
@@ -13,8 +14,9 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <algorithm>
+
 using namespace Globals;
-using store::FlushProfiles;
 
 namespace {
 
@@ -36,8 +38,10 @@ bool readsDifferently(const QByteArray& before, const QByteArray& after) {
         }
         if (differs || line.kind != Kind::Key)
             return;
-        const QString name = line.name.toLower();
-        if (name == QLatin1String("split") || name == QLatin1String("draw_facedown"))
+        const auto& reset = decks::keysEverySaveResets();
+        if (std::any_of(reset.begin(), reset.end(), [&line](const QString& key) {
+                return key.compare(line.name, Qt::CaseInsensitive) == 0;
+            }))
             return;
         differs = was.read(section, line.name) != now.read(section, line.name);
     });
@@ -47,7 +51,8 @@ bool readsDifferently(const QByteArray& before, const QByteArray& after) {
 } // namespace
 
 // What a Save would change in the file, found by saving into a copy of it:
-// the same code writes, so nothing the Save button stores can be missed.
+// the same code writes, so nothing the Save button stores can be missed. The
+// copy lies in a folder of its own; the game's file is never touched.
 bool MainForm::hasUnsavedEdits() {
     if (NameTXT->Text().isEmpty())
         return false;
@@ -56,18 +61,12 @@ bool MainForm::hasUnsavedEdits() {
         return true;
     const QByteArray before = game.readAll();
     QTemporaryDir scratch;
-    const QString appPath = rt::AppPath();
-    rt::setAppPath(scratch.path());
-    QFile copy(GameFilePath());
-    bool changed = false;
-    if (copy.open(QIODevice::WriteOnly) && copy.write(before) == before.size()) {
-        copy.close();
-        SaveGameData(GameFilePath());
-        FlushProfiles();
-        changed = copy.open(QIODevice::ReadOnly) && readsDifferently(before, copy.readAll());
-    }
-    rt::setAppPath(appPath);
-    return changed;
+    QFile copy(game::filePath(scratch.path(), NameTXT->Text()));
+    if (!copy.open(QIODevice::WriteOnly) || copy.write(before) != before.size())
+        return false;
+    copy.close();
+    SaveGameData(copy.fileName());
+    return copy.open(QIODevice::ReadOnly) && readsDifferently(before, copy.readAll());
 }
 
 void MainForm::CheckGameBtn_Click() {

@@ -45,6 +45,7 @@ void MainForm::UsePropOpt_Click() {
 }
 
 void MainForm::SaveProperties(const QString& file) {
+    const store::WriteBatch oneReplace;
     if (UsePropOpt->Value() == 0) {
         WriteProfileValue(properties::Section, QStringLiteral("total"), QStringLiteral("0"), file);
         return;

@@ -72,6 +72,7 @@ struct Failure {
 };
 
 QRecursiveMutex g_mutex;
+int g_batchDepth = 0; // WriteBatch objects alive
 QHash<QString, std::shared_ptr<Entry>> g_entries;
 std::function<void(const QString&, const QString&)> g_errorHandler;
 
@@ -230,7 +231,12 @@ int WriteProfileValue(const QString& section, const QString& key, const QString&
             entry->writableChecked = true;
             if (entry->document.write(section, key, value))
                 entry->pending.push_back({section, key, value});
-            return 1;
+            if (g_batchDepth > 0)
+                return 1;
+            reason = flushEntry(*entry);
+            if (!reason)
+                return 1;
+            g_entries.remove(entry->path); // the next read sees the disk
         }
         failures.push_back({file, *reason});
     }
@@ -256,6 +262,20 @@ void FlushProfiles() {
         }
     }
     report(failures);
+}
+
+WriteBatch::WriteBatch() {
+    QMutexLocker lock(&g_mutex);
+    ++g_batchDepth;
+}
+
+WriteBatch::~WriteBatch() {
+    {
+        QMutexLocker lock(&g_mutex);
+        if (--g_batchDepth > 0)
+            return;
+    }
+    FlushProfiles();
 }
 
 void SetProfileWriteErrorHandler(

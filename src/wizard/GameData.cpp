@@ -26,6 +26,7 @@ int playerRows(const QString& count) {
 } // namespace
 
 void MainForm::SaveGameData(const QString& file) {
+    const store::WriteBatch oneReplace;
     WriteProfileValue(Game, QStringLiteral("name"), NameTXT->Text(), file);
     WriteProfileValue(Game, QStringLiteral("description"), descTxt->Text(), file);
     WriteProfileValue(Game, QStringLiteral("players"), PlNum->Text(), file);
@@ -38,9 +39,9 @@ void MainForm::SaveGameData(const QString& file) {
                           PLname[i - 1]->Text(), file);
     if (CurrentFrame == game::page::DecksDetail) {
         if (IsCommonDeck)
-            SaveDeckData(true, CurrentIndex);
+            SaveDeckData(true, CurrentIndex, file);
         else
-            SaveDeckData(false, CurrentPlayerDeck);
+            SaveDeckData(false, CurrentPlayerDeck, file);
     }
     if (CurrentFrame == game::page::Properties)
         SaveProperties(file);

@@ -55,6 +55,8 @@ public:
     // Decks Detail page, and the open deck between its section and the page.
     void LoadDeckData(const QString& section);
     void SaveDeckData(bool isCommonDeck, qint16 deckId);
+    // The same into the file given: a save of the whole game names its file once.
+    void SaveDeckData(bool isCommonDeck, qint16 deckId, const QString& file);
     void UpdateCardCount();
     void Command1_Click();
     void Command6_Click();

@@ -164,3 +164,22 @@ TEST_F(StoreTest, WritingTheHeldValueTouchesNothing) {
     EXPECT_EQ(statOf(file).st_ino, before.st_ino);
     EXPECT_TRUE(errors.empty());
 }
+
+TEST_F(StoreTest, OutsideABatchAWriteIsOnDiskAtOnceInsideOnlyWhenTheOutermostEnds) {
+    batch.reset();
+    const QString file = path("b.game");
+    ASSERT_EQ(WriteProfileValue("GAME", "name", "One", file), 1);
+    EXPECT_EQ(bytesOf(file), "[GAME]\r\nname=One\r\n");
+    {
+        const store::WriteBatch outer;
+        {
+            const store::WriteBatch inner;
+            WriteProfileValue("GAME", "name", "Two", file);
+        }
+        WriteProfileValue("GAME", "players", "2", file);
+        EXPECT_EQ(bytesOf(file), "[GAME]\r\nname=One\r\n");
+        EXPECT_EQ(ReadProfileValue("GAME", "name", file), "Two");
+    }
+    EXPECT_EQ(bytesOf(file), "[GAME]\r\nname=Two\r\nplayers=2\r\n");
+    EXPECT_TRUE(errors.empty());
+}

@@ -9,15 +9,19 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <sys/stat.h>
 #include <utility>
 #include <vector>
 
 // A fresh folder and a fresh store for every test, with every error report kept.
+// Writes are held in a batch for the length of a test, so that a test says when
+// they reach the disk with FlushProfiles, as a save does at its end.
 class StoreTest : public ::testing::Test {
 protected:
     void SetUp() override {
         ASSERT_TRUE(dir.isValid());
+        batch.emplace();
         store::DropProfileCache();
         store::SetProfileWriteErrorHandler([this](const QString& file, const QString& reason) {
             errors.emplace_back(file, reason);
@@ -27,6 +31,7 @@ protected:
     void TearDown() override {
         store::SetProfileWriteErrorHandler(nullptr);
         store::DropProfileCache();
+        batch.reset();
     }
 
     QString path(const QString& name) const { return dir.filePath(name); }
@@ -57,5 +62,6 @@ protected:
     }
 
     QTemporaryDir dir;
+    std::optional<store::WriteBatch> batch;
     std::vector<std::pair<QString, QString>> errors;
 };
