@@ -8,7 +8,6 @@
 
 class TreeForm : public rt::Form {
     Q_OBJECT
-    Q_PROPERTY(int TreeRefCount READ treeRefCount)
 public:
     static constexpr const char* Name = "TreeForm";
     TreeForm();
@@ -29,7 +28,6 @@ public:
     rt::ListBox* GameList = nullptr;
 
 private:
-    int treeRefCount() const { return TreeRefCount; }
     void addPageRow(const QString& text, qint16 frame);
     // False once the count of records has reached its highest value.
     bool addRecordRow(const QString& text, const TreeRef& ref);

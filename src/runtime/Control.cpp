@@ -82,7 +82,7 @@ Control::Control(Form* form, const ControlSpec& spec, QWidget* widget)
       m_height(spec.height) {
     m_widget->setObjectName(m_index < 0 ? m_base
                                         : m_base + QLatin1Char('_') + QString::number(m_index));
-    m_widget->setProperty("rtControl", QVariant::fromValue(static_cast<void*>(this)));
+    controlsByWidget().insert(m_widget, this);
     applyGeometry();
     m_widget->setVisible(m_visible);
 
@@ -100,8 +100,20 @@ Control::Control(Form* form, const ControlSpec& spec, QWidget* widget)
 }
 
 Control::~Control() {
-    if (m_widget)
-        m_widget->setProperty("rtControl", QVariant());
+    controlsByWidget().remove(m_widget);
+}
+
+QHash<const QObject*, Control*>& controlsByWidget() {
+    static QHash<const QObject*, Control*> byWidget;
+    return byWidget;
+}
+
+Control* controlOf(const QObject* object) {
+    const auto& byWidget = controlsByWidget();
+    for (const QObject* o = object; o; o = o->parent())
+        if (const auto it = byWidget.constFind(o); it != byWidget.cend())
+            return *it;
+    return nullptr;
 }
 
 QString Control::name() const {
@@ -172,42 +184,6 @@ void Control::userKey(int ascii) {
 void Control::applyKey(int) {}
 void Control::userEdit(const QString&) {}
 
-bool Control::getProperty(const QString& prop, int index, QVariant& out) const {
-    if (index >= 0)
-        return false;
-    if (prop == QLatin1String("Visible"))
-        out = m_visible;
-    else if (prop == QLatin1String("Left"))
-        out = m_left;
-    else if (prop == QLatin1String("Top"))
-        out = m_top;
-    else if (prop == QLatin1String("Width"))
-        out = m_width;
-    else if (prop == QLatin1String("Height"))
-        out = m_height;
-    else if (prop == QLatin1String("Focused"))
-        out = focusedControl() == this;
-    else
-        return false;
-    return true;
-}
 
-bool Control::setProperty(const QString& prop, int index, const QVariant& value) {
-    if (index >= 0)
-        return false;
-    if (prop == QLatin1String("Visible"))
-        setVisible(value.toBool());
-    else if (prop == QLatin1String("Left"))
-        setLeft(value.toInt());
-    else if (prop == QLatin1String("Top"))
-        setTop(value.toInt());
-    else if (prop == QLatin1String("Width"))
-        setWidth(value.toInt());
-    else if (prop == QLatin1String("Height"))
-        setHeight(value.toInt());
-    else
-        return false;
-    return true;
-}
 
 } // namespace rt

@@ -5,6 +5,7 @@
 
 #include "runtime/FormSpec.h"
 
+#include <QHash>
 #include <QObject>
 #include <QString>
 #include <QVariant>
@@ -62,11 +63,6 @@ public:
     // The whole text replaced at once, as by pasting over it.
     virtual void userEdit(const QString& text);
 
-    // Generic property access by name, for tools. Returns false for a property
-    // this kind does not have.
-    virtual bool getProperty(const QString& prop, int index, QVariant& out) const;
-    virtual bool setProperty(const QString& prop, int index, const QVariant& value);
-
 protected:
     // What a key does once KeyPress has let it through.
     virtual void applyKey(int ascii);
@@ -86,5 +82,11 @@ private:
     int m_left, m_top, m_width, m_height;
     QObject m_context; // owns the signal connections of this control
 };
+
+// The control whose widget is this object or holds it, or nullptr.
+Control* controlOf(const QObject* object);
+// Every control's widget, for controlOf; a control enters at its birth and
+// leaves at its end.
+QHash<const QObject*, Control*>& controlsByWidget();
 
 } // namespace rt

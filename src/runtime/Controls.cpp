@@ -2,7 +2,6 @@
 
 #include "runtime/Controls.h"
 #include "runtime/Accessibility.h"
-#include "runtime/PropertyName.h"
 #include "runtime/Runtime.h"
 
 #include <QCheckBox>
@@ -92,21 +91,7 @@ void CheckBox::userClick() {
     setValue(1 - m_value);
 }
 
-bool CheckBox::getProperty(const QString& prop, int index, QVariant& out) const {
-    if (is(prop, "Value") && index < 0) {
-        out = m_value;
-        return true;
-    }
-    return CaptionedControl::getProperty(prop, index, out);
-}
 
-bool CheckBox::setProperty(const QString& prop, int index, const QVariant& value) {
-    if (is(prop, "Value") && index < 0) {
-        setValue(value.toInt());
-        return true;
-    }
-    return CaptionedControl::setProperty(prop, index, value);
-}
 
 // ---- captions ---------------------------------------------------------------
 
@@ -116,21 +101,7 @@ void CaptionedControl::setCaption(const QString& caption) {
     captionChanged(*this, caption);
 }
 
-bool CaptionedControl::getProperty(const QString& prop, int index, QVariant& out) const {
-    if (is(prop, "Caption") && index < 0) {
-        out = m_caption;
-        return true;
-    }
-    return Control::getProperty(prop, index, out);
-}
 
-bool CaptionedControl::setProperty(const QString& prop, int index, const QVariant& value) {
-    if (is(prop, "Caption") && index < 0) {
-        setCaption(value.toString());
-        return true;
-    }
-    return Control::setProperty(prop, index, value);
-}
 
 // ---- Label ------------------------------------------------------------------
 
@@ -253,29 +224,7 @@ void PictureBox::setPicture(const QImage& image, const QString& path) {
     m_canvas->update();
 }
 
-bool PictureBox::getProperty(const QString& prop, int index, QVariant& out) const {
-    if (index >= 0)
-        return false;
-    if (is(prop, "Printed"))
-        out = Printed();
-    else if (is(prop, "Picture"))
-        out = m_picturePath;
-    else if (is(prop, "ScaleWidth"))
-        out = ScaleWidth();
-    else if (is(prop, "CurrentX"))
-        out = m_currentX;
-    else
-        return Control::getProperty(prop, index, out);
-    return true;
-}
 
-bool PictureBox::setProperty(const QString& prop, int index, const QVariant& value) {
-    if (is(prop, "CurrentX") && index < 0) {
-        m_currentX = value.toInt();
-        return true;
-    }
-    return Control::setProperty(prop, index, value);
-}
 
 // ---- CommonDialog -----------------------------------------------------------
 
@@ -298,22 +247,6 @@ QString CommonDialog::FileTitle() const {
     return m_fileName.isEmpty() ? QString() : QFileInfo(m_fileName).fileName();
 }
 
-bool CommonDialog::getProperty(const QString& prop, int index, QVariant& out) const {
-    if (is(prop, "Filter") && index < 0)
-        out = m_filter;
-    else if (is(prop, "FileName") && index < 0)
-        out = m_fileName;
-    else
-        return Control::getProperty(prop, index, out);
-    return true;
-}
 
-bool CommonDialog::setProperty(const QString& prop, int index, const QVariant& value) {
-    if (is(prop, "Filter") && index < 0) {
-        m_filter = value.toString();
-        return true;
-    }
-    return Control::setProperty(prop, index, value);
-}
 
 } // namespace rt

@@ -29,8 +29,6 @@ public:
     void setText(const QString& text);
     bool multiLine() const { return m_multi != nullptr; }
     void userEdit(const QString& text) override;
-    bool getProperty(const QString& prop, int index, QVariant& out) const override;
-    bool setProperty(const QString& prop, int index, const QVariant& value) override;
 
 protected:
     void applyKey(int ascii) override;
@@ -56,8 +54,6 @@ public:
     // The user clicks a row: it becomes the current one, then Click.
     virtual void userPick(int row);
     // ListIndex, ListCount and List(i), which every list has.
-    bool getProperty(const QString& prop, int index, QVariant& out) const override;
-    bool setProperty(const QString& prop, int index, const QVariant& value) override;
 };
 
 class ComboBox : public ListControl {
@@ -77,8 +73,6 @@ public:
     bool editable() const;
     void userPick(int row) override;
     void userEdit(const QString& text) override;
-    bool getProperty(const QString& prop, int index, QVariant& out) const override;
-    bool setProperty(const QString& prop, int index, const QVariant& value) override;
 
 protected:
     void applyKey(int ascii) override;
@@ -105,8 +99,6 @@ public:
     bool multiSelect() const { return m_multi; }
     QString Text() const;
     void userPick(int row) override;
-    bool getProperty(const QString& prop, int index, QVariant& out) const override;
-    bool setProperty(const QString& prop, int index, const QVariant& value) override;
 
 protected:
     QListWidget* list() const { return m_list; }
@@ -126,8 +118,6 @@ public:
     QString Pattern() const { return m_pattern; }
     void setPattern(const QString& pattern);
     void Refresh();
-    bool getProperty(const QString& prop, int index, QVariant& out) const override;
-    bool setProperty(const QString& prop, int index, const QVariant& value) override;
 
 private:
     QString m_path;
@@ -140,8 +130,6 @@ public:
     using Control::Control;
     QString Caption() const { return m_caption; }
     void setCaption(const QString& caption);
-    bool getProperty(const QString& prop, int index, QVariant& out) const override;
-    bool setProperty(const QString& prop, int index, const QVariant& value) override;
 
 protected:
     virtual void showCaption(const QString& caption) = 0;
@@ -186,8 +174,6 @@ public:
     // Runs Click when the value changes.
     void setValue(int value);
     void userClick() override;
-    bool getProperty(const QString& prop, int index, QVariant& out) const override;
-    bool setProperty(const QString& prop, int index, const QVariant& value) override;
 
 private:
     void showCaption(const QString& caption) override;
@@ -212,8 +198,6 @@ public:
     void setPicture(const QImage& image, const QString& path);
     QString Picture() const { return m_picturePath; }
     QString Printed() const { return m_printed.join(QLatin1Char('\n')); }
-    bool getProperty(const QString& prop, int index, QVariant& out) const override;
-    bool setProperty(const QString& prop, int index, const QVariant& value) override;
 
 private:
     friend class PictureWidget;
@@ -241,8 +225,6 @@ public:
     QString FileName() const { return m_fileName; }
     QString FileTitle() const; // the chosen name without its folder
     bool canFocus() const override { return false; }
-    bool getProperty(const QString& prop, int index, QVariant& out) const override;
-    bool setProperty(const QString& prop, int index, const QVariant& value) override;
 
 private:
     QString m_filter;

@@ -2,7 +2,6 @@
 
 #include "runtime/Controls.h"
 #include "runtime/FileSystem.h"
-#include "runtime/PropertyName.h"
 
 #include <QComboBox>
 #include <QLineEdit>
@@ -40,25 +39,7 @@ void ListControl::userPick(int row) {
     setListIndex(row);
 }
 
-bool ListControl::getProperty(const QString& prop, int index, QVariant& out) const {
-    if (is(prop, "ListIndex") && index < 0)
-        out = ListIndex();
-    else if (is(prop, "ListCount") && index < 0)
-        out = ListCount();
-    else if (is(prop, "List") && index >= 0 && index < ListCount())
-        out = List(index);
-    else
-        return Control::getProperty(prop, index, out);
-    return true;
-}
 
-bool ListControl::setProperty(const QString& prop, int index, const QVariant& value) {
-    if (is(prop, "ListIndex") && index < 0) {
-        setListIndex(value.toInt());
-        return true;
-    }
-    return Control::setProperty(prop, index, value);
-}
 
 // ---- ComboBox ---------------------------------------------------------------
 
@@ -170,21 +151,7 @@ void ComboBox::applyKey(int ascii) {
     setText(textAfterKey(Text(), ascii, false));
 }
 
-bool ComboBox::getProperty(const QString& prop, int index, QVariant& out) const {
-    if (is(prop, "Text") && index < 0) {
-        out = Text();
-        return true;
-    }
-    return ListControl::getProperty(prop, index, out);
-}
 
-bool ComboBox::setProperty(const QString& prop, int index, const QVariant& value) {
-    if (is(prop, "Text") && index < 0) {
-        setText(value.toString());
-        return true;
-    }
-    return ListControl::setProperty(prop, index, value);
-}
 
 // ---- ListBox ----------------------------------------------------------------
 
@@ -280,31 +247,7 @@ void ListBox::userPick(int row) {
     fire(Click);
 }
 
-bool ListBox::getProperty(const QString& prop, int index, QVariant& out) const {
-    const bool inRange = index >= 0 && index < ListCount();
-    if (is(prop, "Text") && index < 0)
-        out = Text();
-    else if (is(prop, "ItemData") && inRange)
-        out = ItemData(index);
-    else if (is(prop, "Selected") && inRange)
-        out = Selected(index);
-    else
-        return ListControl::getProperty(prop, index, out);
-    return true;
-}
 
-bool ListBox::setProperty(const QString& prop, int index, const QVariant& value) {
-    const bool inRange = index >= 0 && index < ListCount();
-    if (is(prop, "List") && inRange)
-        setList(index, value.toString());
-    else if (is(prop, "ItemData") && inRange)
-        setItemData(index, value.toInt());
-    else if (is(prop, "Selected") && inRange)
-        setSelected(index, value.toBool());
-    else
-        return ListControl::setProperty(prop, index, value);
-    return true;
-}
 
 // ---- FileListBox ------------------------------------------------------------
 
@@ -331,24 +274,6 @@ void FileListBox::Refresh() {
     list()->addItems(listFiles(m_path, m_pattern));
 }
 
-bool FileListBox::getProperty(const QString& prop, int index, QVariant& out) const {
-    if (is(prop, "Path") && index < 0)
-        out = m_path;
-    else if (is(prop, "Pattern") && index < 0)
-        out = m_pattern;
-    else
-        return ListBox::getProperty(prop, index, out);
-    return true;
-}
 
-bool FileListBox::setProperty(const QString& prop, int index, const QVariant& value) {
-    if (is(prop, "Path") && index < 0)
-        setPath(value.toString());
-    else if (is(prop, "Pattern") && index < 0)
-        setPattern(value.toString());
-    else
-        return ListBox::setProperty(prop, index, value);
-    return true;
-}
 
 } // namespace rt

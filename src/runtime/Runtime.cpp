@@ -186,15 +186,6 @@ void setFocusSilently(Control* target) {
 
 namespace {
 
-Control* controlOf(QObject* object) {
-    for (QObject* o = object; o; o = o->parent()) {
-        const QVariant v = o->property("rtControl");
-        if (v.isValid())
-            return static_cast<Control*>(v.value<void*>());
-    }
-    return nullptr;
-}
-
 // Validate runs before the focus leaves a control; a Cancel swallows the click
 // or the Tab that would have moved it.
 class FocusGuard : public QObject {

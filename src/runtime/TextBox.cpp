@@ -1,7 +1,6 @@
 // The text box: its text as assigned, CR LF and all, whatever the widget shows.
 
 #include "runtime/Controls.h"
-#include "runtime/PropertyName.h"
 
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -87,20 +86,6 @@ void TextBox::applyKey(int ascii) {
     setText(textAfterKey(m_text, ascii, m_multi != nullptr));
 }
 
-bool TextBox::getProperty(const QString& prop, int index, QVariant& out) const {
-    if (is(prop, "Text") && index < 0) {
-        out = m_text;
-        return true;
-    }
-    return Control::getProperty(prop, index, out);
-}
 
-bool TextBox::setProperty(const QString& prop, int index, const QVariant& value) {
-    if (is(prop, "Text") && index < 0) {
-        setText(value.toString());
-        return true;
-    }
-    return Control::setProperty(prop, index, value);
-}
 
 } // namespace rt

@@ -1,5 +1,6 @@
 #include "testing/Variables.h"
 
+#include "guidance/TreeForm.h"
 #include "runtime/Form.h"
 #include "wizard/Globals.h"
 
@@ -75,24 +76,17 @@ const std::map<QString, Var>& vars() {
     return table;
 }
 
-// Variables of a form live as properties of the loaded form object.
-QObject* formFor(const QString& name, QByteArray& prop) {
-    const int dot = name.indexOf(QLatin1Char('.'));
-    if (dot < 0)
-        return nullptr;
-    rt::Form* form = rt::loadedForm(name.left(dot));
-    if (!form)
-        return nullptr;
-    prop = name.mid(dot + 1).toLatin1();
-    if (!form->property(prop.constData()).isValid())
-        return nullptr;
-    return form;
+// The index's count of rows that lead past a page, while the index is up.
+TreeForm* treeForm() {
+    return rt::loaded<TreeForm>();
 }
+
+const QString kTreeRefCount = QStringLiteral("TreeForm.TreeRefCount");
 
 } // namespace
 
 bool isVariableName(const QString& name) {
-    return vars().count(name) > 0 || name == QLatin1String("TreeForm.TreeRefCount");
+    return vars().count(name) > 0 || name == kTreeRefCount;
 }
 
 bool readVariable(const QString& name, int index, QVariant& out) {
@@ -103,10 +97,9 @@ bool readVariable(const QString& name, int index, QVariant& out) {
         out = it->second.get(index);
         return true;
     }
-    QByteArray prop;
-    if (QObject* form = formFor(name, prop)) {
-        out = form->property(prop.constData());
-        return index < 0;
+    if (name == kTreeRefCount && index < 0 && treeForm()) {
+        out = static_cast<int>(treeForm()->TreeRefCount);
+        return true;
     }
     return false;
 }
@@ -118,9 +111,7 @@ bool writeVariable(const QString& name, int index, const QVariant& value) {
             return false;
         return it->second.set(index, value);
     }
-    QByteArray prop;
-    if (QObject* form = formFor(name, prop))
-        return index < 0 && form->setProperty(prop.constData(), value);
+    (void)value; // the index's count is the index's own to keep
     return false;
 }
 

@@ -3,6 +3,7 @@
 
 #include "tools/scenario/Runner.h"
 
+#include "testing/ControlProperties.h"
 #include "runtime/Form.h"
 #include "runtime/Runtime.h"
 #include "testing/Variables.h"
@@ -242,7 +243,7 @@ void Runner::assign(const Statement& s) {
         return;
     }
     rt::Control* c = control(s);
-    if (c && !c->setProperty(s.ref.prop, s.ref.propIndex, v))
+    if (c && !testsupport::setProperty(*c, s.ref.prop, s.ref.propIndex, v))
         fail(s, QStringLiteral("%1 cannot be set to %2").arg(s.ref.written, s.value.show()));
 }
 

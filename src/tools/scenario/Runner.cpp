@@ -1,5 +1,6 @@
 #include "tools/scenario/Runner.h"
 
+#include "testing/ControlProperties.h"
 #include "runtime/Form.h"
 #include "runtime/Runtime.h"
 #include "store/ProfileStore.h"
@@ -360,7 +361,7 @@ bool Runner::read(const Ref& ref, QVariant& out, QString& why) const {
         out = rt::focusedControl() == c;
         return true;
     }
-    if (!c->getProperty(ref.prop, ref.propIndex, out)) {
+    if (!testsupport::getProperty(*c, ref.prop, ref.propIndex, out)) {
         why = ref.propIndex >= 0
                   ? QStringLiteral("%1 has no %2(%3)")
                         .arg(controlName(ref), ref.prop)
