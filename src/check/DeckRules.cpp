@@ -33,7 +33,7 @@ struct Card {
     Context& c;
     const Deck& deck;
     int number;
-    QString key = QStringLiteral("card") + QString::number(number);
+    const QString& key;
 
     Place where() const { return c.place(deck, key); }
     QString who() const {
@@ -75,8 +75,8 @@ void checkProperties(const Card& card, QStringView text) {
 }
 
 // Gives the copies the card adds to the deck.
-int checkCard(Context& c, const Deck& deck, int number) {
-    const Card card{c, deck, number};
+int checkCard(Context& c, const Deck& deck, int number, const QString& key) {
+    const Card card{c, deck, number, key};
     const QString line = c.read(deck.section, card.key);
     // Field 1 is the entry, field 3 the property text; field 2 stays empty.
     const qsizetype comma = line.indexOf(u',');
@@ -175,9 +175,10 @@ void checkDeck(Context& c, const Deck& deck) {
     qint64 copies = 0;
     const LineIndex::Section& lines = *c.index.section(deck.section);
     for (int card = 1; card <= cards; ++card) {
-        if (LineIndex::hasFoldedKey(lines, QStringLiteral("card") + QString::number(card))) {
+        const QString key = game::key::card(card);
+        if (LineIndex::hasFoldedKey(lines, key)) {
             ++present;
-            copies += checkCard(c, deck, card);
+            copies += checkCard(c, deck, card, key);
         } else if (firstMissing == 0) {
             firstMissing = card;
         }

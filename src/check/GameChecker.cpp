@@ -139,12 +139,10 @@ bool isImageName(const QString& name) {
 // Pictures that drawing programs save and that a designer may expect among
 // the cards; the wizard lists none of them.
 bool isOtherPicture(const QString& name) {
-    static const char* const kinds[] = {".png", ".jpeg", ".jpe", ".tif", ".tiff", ".webp",
-                                        ".svg", ".ico", ".tga", ".pcx", ".psd", ".xcf"};
-    for (const char* kind : kinds)
-        if (name.endsWith(QLatin1String(kind), Qt::CaseInsensitive))
-            return true;
-    return false;
+    static const QSet<QString> kinds = {"png", "jpeg", "jpe", "tif", "tiff", "webp",
+                                        "svg", "ico", "tga", "pcx", "psd", "xcf"};
+    const qsizetype dot = name.lastIndexOf(QLatin1Char('.'));
+    return dot >= 0 && name.size() - dot <= 5 && kinds.contains(name.mid(dot + 1).toLower());
 }
 
 void listImageFolder(Context& c, const QString& folderName) {

@@ -183,6 +183,7 @@ void ProfileDocument::load(const QByteArray& bytes) {
 }
 
 void ProfileDocument::parse(LineEnd keepStyle) {
+    m_lastSection = kNotLookedUp;
     m_sections.clear();
     m_sectionIndex.clear();
     // Lines before the first header make the section "", which no header can
@@ -240,9 +241,14 @@ const ProfileDocument::Section* ProfileDocument::findSection(const QByteArray& f
 }
 
 QString ProfileDocument::read(const QString& section, const QString& key) const {
-    const Section* found = findSection(lookupName(section, m_encoding));
-    if (!found)
+    if (m_lastSection == kNotLookedUp || section != m_lastSectionName) {
+        const auto it = m_sectionIndex.constFind(lookupName(section, m_encoding));
+        m_lastSection = it == m_sectionIndex.cend() ? -1 : *it;
+        m_lastSectionName = section;
+    }
+    if (m_lastSection < 0)
         return {};
+    const Section* found = &m_sections[static_cast<std::size_t>(m_lastSection)];
     const auto keyIt = found->keys.constFind(lookupName(key, m_encoding));
     if (keyIt == found->keys.cend())
         return {};
@@ -314,6 +320,7 @@ void ProfileDocument::forEachLine(const std::function<void(const ParsedLine&)>& 
 }
 
 bool ProfileDocument::write(const QString& section, const QString& key, const QString& value) {
+    m_lastSection = kNotLookedUp;
     const QByteArray sectionName = callerName(section, m_encoding);
     const QByteArray keyName = callerName(key, m_encoding);
     // The value crosses as a C string too, and loses its leading blanks.

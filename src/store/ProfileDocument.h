@@ -90,6 +90,11 @@ private:
     LineEnd m_style = LineEnd::CrLf;
     std::vector<Section> m_sections;       // [0] holds whatever precedes the first header
     QHash<QByteArray, int> m_sectionIndex; // folded name -> first section of it
+    // The section a read looked up last: reads come in runs of one section,
+    // such as the cards of a deck. Any change of the sections forgets it.
+    mutable QString m_lastSectionName;
+    mutable int m_lastSection = kNotLookedUp;
+    static constexpr int kNotLookedUp = -2; // -1: looked up and not there
 };
 
 } // namespace store::detail
