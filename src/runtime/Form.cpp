@@ -75,7 +75,9 @@ Form::Form(const FormSpec& spec)
         setWindowFlags(Qt::Window);
         resize(toPixels(spec.clientWidth), toPixels(spec.clientHeight));
     }
-    setFocusPolicy(Qt::StrongFocus);
+    // A form takes keys when nothing on it can, but never a click: a click on a
+    // bare spot of a page would take the focus from a field that refused it.
+    setFocusPolicy(Qt::TabFocus);
     build();
 }
 

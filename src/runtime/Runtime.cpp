@@ -8,8 +8,10 @@
 #include <QFileDialog>
 #include <QKeyEvent>
 #include <QMessageBox>
+#include <QMouseEvent>
 #include <QPointer>
 #include <QScreen>
+#include <QWindow>
 #include <vector>
 
 namespace rt {
@@ -186,8 +188,26 @@ void setFocusSilently(Control* target) {
 
 namespace {
 
+// The control a press on a window lands on: the widget under the pointer or
+// the nearest of its parents that is a control.
+Control* controlUnder(QWindow* window, const QPointF& pos) {
+    for (QWidget* top : QApplication::topLevelWidgets()) {
+        if (top->windowHandle() != window)
+            continue;
+        for (QWidget* w = top->childAt(pos.toPoint()); w; w = w->parentWidget()) {
+            if (Control* c = controlOf(w))
+                return c;
+            if (w->isWindow())
+                break;
+        }
+    }
+    return nullptr;
+}
+
 // Validate runs before the focus leaves a control; a Cancel swallows the click
-// or the Tab that would have moved it.
+// or the Tab that would have moved it. A real press reaches the window before
+// the widget, and Qt hands the focus to the widget on the way down, before any
+// filter on the widget sees the press: so the press is judged at the window.
 class FocusGuard : public QObject {
 public:
     using QObject::QObject;
@@ -198,8 +218,13 @@ protected:
             return false;
         if (event->type() == QEvent::MouseButtonPress ||
             event->type() == QEvent::MouseButtonDblClick) {
-            Control* c = controlOf(watched);
-            if (c && c->canFocus() && c->widget()->focusPolicy() != Qt::NoFocus &&
+            Control* c = nullptr;
+            if (watched->isWindowType())
+                c = controlUnder(static_cast<QWindow*>(watched),
+                                 static_cast<QMouseEvent*>(event)->position());
+            else
+                c = controlOf(watched);
+            if (c && c->canFocus() && (c->widget()->focusPolicy() & Qt::ClickFocus) &&
                 c->form()->activeControl() != c) {
                 if (!moveFocus(c))
                     return true;
