@@ -10,14 +10,12 @@ work=$(mktemp -d)
 export QT_QPA_PLATFORM=${QT_QPA_PLATFORM:-offscreen}
 bad=0
 report() { # NAME PROBLEMS OUTPUT
-    if [ -z "$2" ]; then echo "ok $1"; else echo "FAIL $1:$2"; echo "$3" | sed 's/^/    /'; bad=1; fi
+    if [ -z "$2" ]; then echo "ok $1"; else printf 'FAIL %s:%s\n%s\n' "$1" "$2" "$3" | sed '2,$s/^/    /'; bad=1; fi
 }
 for f in "$here"/*.scn.fail; do
     out=$("$driver" "$f" 2>/dev/null)
     status=$?
-    head=$(sed -n '1s/^# //p' "$f")
-    not=$(sed -n 's/^# not: //p' "$f")
-    p=""
+    head=$(sed -n '1s/^# //p' "$f") not=$(sed -n 's/^# not: //p' "$f") p=""
     [ "$status" = "${head%% *}" ] || p="$p exit status $status;"
     case "$out" in *"${head#* }"*"0 passed, 1 failed") ;; *) p="$p no \"${head#* }\" before the summary;" ;; esac
     [ -z "$not" ] || case "$out" in *"$not"*) p="$p unwanted \"$not\";" ;; esac
@@ -30,8 +28,8 @@ report "two files" "$p" "$out"
 # shot writes beneath the working directory, not App.Path.
 printf 'start\nshot MainForm "shots/main.png"\n' > "$work/shot.scn"
 (cd "$work" && "$driver" shot.scn >/dev/null 2>&1)
-p=" no PNG at shots/main.png in the working directory"
-[ "$(head -c 4 "$work/shots/main.png" 2>/dev/null | od -An -c | tr -d ' ')" = "211PNG" ] && p=""
+[ "$(head -c 4 "$work/shots/main.png" 2>/dev/null | od -An -c | tr -d ' ')" = "211PNG" ] && p="" ||
+    p=" no PNG at shots/main.png in the working directory"
 report shot "$p" ""
 rm -rf "$work"
 exit $bad
