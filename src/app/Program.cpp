@@ -1,6 +1,7 @@
 #include "app/Program.h"
 
 #include "decks/CardDetailForm.h"
+#include "desktop/Desktop.h"
 #include "decks/DeckPropForm.h"
 #include "decks/ShowCrdForm.h"
 #include "decks/ShowImgList.h"
@@ -35,6 +36,7 @@ void registerForms() {
     rt::registerForm(QStringLiteral("TreeForm"), [] { return new TreeForm; });
     rt::registerFormSpec(&GameCheckForm::formSpec());
     rt::registerForm(QStringLiteral("GameCheckForm"), [] { return new GameCheckForm; });
+    desktop::registerDesktopForms();
 }
 
 void installStoreHooks() {
@@ -47,6 +49,7 @@ void installStoreHooks() {
 
 rt::Form* startProgram() {
     MainForm* form = rt::Load<MainForm>();
+    desktop::dress(form);
     form->Show();
     return form;
 }

@@ -127,7 +127,9 @@ void Control::setVisible(bool visible) {
 }
 
 void Control::applyGeometry() {
-    m_widget->setGeometry(toPixels(m_left), toPixels(m_top), toPixels(m_width), toPixels(m_height));
+    const double z = m_form->zoom();
+    m_widget->setGeometry(toPixels(m_left * z), toPixels(m_top * z), toPixels(m_width * z),
+                          toPixels(m_height * z));
 }
 
 void Control::setLeft(int twips) {

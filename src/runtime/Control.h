@@ -49,6 +49,8 @@ public:
     void setWidth(int twips);
     void setHeight(int twips);
     void ZOrder();
+    // Places the widget by its lengths in twips, at the form's zoom.
+    void applyGeometry();
 
     // Whether a click or the Tab key can put the focus here.
     virtual bool canFocus() const { return true; }
@@ -69,7 +71,6 @@ protected:
     // Runs KeyPress (form preview first); returns the key as the handlers left it.
     int dispatchKeyPress(int ascii);
     void fire(const std::function<void()>& event) const;
-    void applyGeometry();
     QObject* context() { return &m_context; }
 
 private:

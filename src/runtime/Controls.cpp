@@ -2,6 +2,7 @@
 
 #include "runtime/Controls.h"
 #include "runtime/Accessibility.h"
+#include "runtime/Form.h"
 #include "runtime/Runtime.h"
 
 #include <QCheckBox>
@@ -171,6 +172,7 @@ protected:
         if (!box)
             return;
         QPainter painter(this);
+        painter.scale(box->form()->zoom(), box->form()->zoom());
         if (!box->m_image.isNull())
             painter.drawImage(0, 0, box->m_image);
         painter.setPen(palette().color(QPalette::WindowText));

@@ -10,6 +10,8 @@
 #include <QPointer>
 #include <QScreen>
 
+#include <algorithm>
+
 namespace rt {
 namespace {
 
@@ -78,6 +80,9 @@ Form::Form(const FormSpec& spec)
     // A form takes keys when nothing on it can, but never a click: a click on a
     // bare spot of a page would take the focus from a field that refused it.
     setFocusPolicy(Qt::TabFocus);
+    m_client = new QWidget(this);
+    m_client->setObjectName(QStringLiteral("client"));
+    m_client->setGeometry(0, 0, width(), height());
     build();
 }
 
@@ -85,11 +90,12 @@ Form::~Form() {
     // The controls go before their widgets, so that no widget signal reaches a
     // control that is gone.
     m_byName.clear();
+    m_fonts.clear();
     m_controls.clear();
 }
 
 Control* Form::makeControl(const ControlSpec& s) {
-    QWidget* parent = this;
+    QWidget* parent = m_client;
     if (!s.parent.isEmpty()) {
         QString base = s.parent;
         int index = -1;
@@ -135,7 +141,12 @@ Control* Form::makeControl(const ControlSpec& s) {
         break;
     }
     QWidget* w = c->widget();
-    w->setFont(fontFor(s.flags));
+    QFont font = fontFor(s.flags);
+    m_fonts[c.get()] = font;
+    // A picture box draws its own lines at the zoom, from lengths at zoom 1.
+    if (m_zoom != 1.0 && s.kind != Kind::PictureBox)
+        font.setPointSizeF(font.pointSizeF() * m_zoom);
+    w->setFont(font);
     paint(w, s.back, s.kind);
     if (auto* frame = qobject_cast<QFrame*>(w)) {
         if (s.flags & BorderSingle)
@@ -184,7 +195,7 @@ Control* Form::firstTabControl() const {
             continue;
         // A control on a hidden page cannot take the focus.
         bool shown = true;
-        for (QWidget* p = c->widget()->parentWidget(); p && p != this; p = p->parentWidget())
+        for (QWidget* p = c->widget()->parentWidget(); p && p != m_client; p = p->parentWidget())
             shown = shown && !p->isHidden();
         if (shown)
             return c.get();
@@ -194,16 +205,42 @@ Control* Form::firstTabControl() const {
 
 void Form::setCaption(const QString& caption) {
     m_caption = caption;
-    setWindowTitle(caption);
+    setWindowTitle(m_markable ? caption + QStringLiteral("[*]") : caption);
+}
+
+void Form::showModified(bool modified) {
+    if (!m_markable) {
+        m_markable = true;
+        setCaption(m_caption);
+    }
+    setWindowModified(modified);
+}
+
+void Form::replace(Form* old) {
+    m_shownOnce = true;
+    setZoom(old->zoom());
+    setGeometry(old->geometry());
+    if (old->isMaximized())
+        setWindowState(Qt::WindowMaximized);
+    old->m_unloaded = true;
+    dropForm(old);
+    old->hide();
+    emit old->unloaded();
+    old->deleteLater();
 }
 
 // A size assigned in twips reads back as assigned while the window has it.
+// The bars and the zoom are the window's, not the form's: lengths leave them out.
+QSize Form::designClientPixels() const {
+    return QSize(qRound(width() / m_zoom), qRound((height() - barsHeight()) / m_zoom));
+}
+
 int Form::Width() const {
-    const int px = frameGeometry().width();
+    const int px = frameGeometry().width() - width() + designClientPixels().width();
     return m_width >= 0 && toPixels(m_width) == px ? m_width : toTwips(px);
 }
 int Form::Height() const {
-    const int px = frameGeometry().height();
+    const int px = frameGeometry().height() - height() + designClientPixels().height();
     return m_height >= 0 && toPixels(m_height) == px ? m_height : toTwips(px);
 }
 int Form::Left() const {
@@ -218,10 +255,11 @@ void Form::setWidth(int twips) {
     const int frame = frameGeometry().width() - width();
     const int px = std::max(1, toPixels(twips) - frame);
     m_clientWidth = toTwips(px);
+    const int inner = std::max(1, qRound(px * m_zoom));
     if (m_spec.border == Border::FixedToolWindow)
-        setFixedWidth(px);
+        setFixedWidth(inner);
     else
-        resize(px, height());
+        resize(inner, height());
 }
 
 void Form::setHeight(int twips) {
@@ -229,22 +267,79 @@ void Form::setHeight(int twips) {
     const int frame = frameGeometry().height() - height();
     const int px = std::max(1, toPixels(twips) - frame);
     m_clientHeight = toTwips(px);
+    const int inner = std::max(1, qRound(px * m_zoom)) + barsHeight();
     if (m_spec.border == Border::FixedToolWindow)
-        setFixedHeight(px);
+        setFixedHeight(inner);
     else
-        resize(width(), px);
+        resize(width(), inner);
 }
 
 int Form::ScaleWidth() const {
-    return toPixels(m_clientWidth) == width() ? m_clientWidth : toTwips(width());
+    const int px = designClientPixels().width();
+    return toPixels(m_clientWidth) == px ? m_clientWidth : toTwips(px);
 }
 
 int Form::ScaleHeight() const {
-    return toPixels(m_clientHeight) == height() ? m_clientHeight : toTwips(height());
+    const int px = designClientPixels().height();
+    return toPixels(m_clientHeight) == px ? m_clientHeight : toTwips(px);
+}
+
+static int barHeight(const QWidget* bar) {
+    return bar ? std::max(bar->sizeHint().height(), bar->minimumHeight()) : 0;
+}
+
+int Form::barsHeight() const {
+    return barHeight(m_topBar) + barHeight(m_bottomBar);
+}
+
+void Form::layoutBars() {
+    const int top = barHeight(m_topBar);
+    const int bottom = barHeight(m_bottomBar);
+    if (m_topBar)
+        m_topBar->setGeometry(0, 0, width(), top);
+    if (m_bottomBar)
+        m_bottomBar->setGeometry(0, height() - bottom, width(), bottom);
+    m_client->setGeometry(0, top, width(), std::max(0, height() - top - bottom));
+}
+
+void Form::setBars(QWidget* top, QWidget* bottom) {
+    const QSize design = designClientPixels();
+    m_topBar = top;
+    m_bottomBar = bottom;
+    for (QWidget* bar : {top, bottom})
+        if (bar) {
+            bar->setParent(this);
+            bar->show();
+        }
+    resize(width(), qRound(design.height() * m_zoom) + barsHeight());
+    layoutBars();
+}
+
+void Form::setZoom(double zoom) {
+    zoom = std::clamp(zoom, MinZoom, MaxZoom);
+    if (qFuzzyCompare(zoom, m_zoom))
+        return;
+    const QSize design = designClientPixels();
+    m_zoom = zoom;
+    for (const auto& c : m_controls) {
+        // A control the window has taken into one of its bars keeps its place there.
+        if (!m_client->isAncestorOf(c->widget()))
+            continue;
+        if (c->kind() != Kind::PictureBox) {
+            QFont font = m_fonts[c.get()];
+            font.setPointSizeF(font.pointSizeF() * zoom);
+            c->widget()->setFont(font);
+        }
+        c->applyGeometry();
+        c->widget()->update();
+    }
+    if (!isMaximized() && !isFullScreen())
+        resize(qRound(design.width() * zoom), qRound(design.height() * zoom) + barsHeight());
 }
 
 void Form::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
+    layoutBars();
 }
 
 void Form::centre() {
@@ -345,6 +440,19 @@ Form* Load(const QString& name) {
     if (it == factories().end())
         return nullptr;
     Form* form = it->second();
+    loadedMap()[name] = form;
+    form->Form_Load();
+    return form;
+}
+
+Form* Reload(const QString& name) {
+    auto it = factories().find(name);
+    if (it == factories().end())
+        return nullptr;
+    Form* old = loadedForm(name);
+    Form* form = it->second();
+    if (old)
+        form->replace(old);
     loadedMap()[name] = form;
     form->Form_Load();
     return form;

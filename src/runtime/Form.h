@@ -36,6 +36,8 @@ public:
 
     QString Caption() const { return m_caption; }
     void setCaption(const QString& caption);
+    // The title's mark of unsaved work, beside the caption; Caption stays as set.
+    void showModified(bool modified);
     // Outer size and place, in twips.
     int Width() const;
     int Height() const;
@@ -46,6 +48,20 @@ public:
     // Inner width, in twips.
     int ScaleWidth() const;
     int ScaleHeight() const;
+
+    // The window's own bars around the area the controls stand in: a menu bar
+    // above, a status bar below. Lengths in twips never count them.
+    void setBars(QWidget* top, QWidget* bottom);
+    // The controls' area drawn larger or smaller; every length the program
+    // reads or assigns stays in twips of the design.
+    double zoom() const { return m_zoom; }
+    void setZoom(double zoom);
+    static constexpr double MinZoom = 0.5;
+    static constexpr double MaxZoom = 3.0;
+    // The widget the form's own controls stand in, between the bars.
+    QWidget* client() const { return m_client; }
+    // The area the controls stand in, in pixels of the design (zoom 1).
+    QSize designClientPixels() const;
 
     // A key pressed on the form itself: it reaches Form_KeyPress where the
     // form previews keys.
@@ -58,6 +74,8 @@ public:
     // Runs Form_Unload and drops the form; its controls are gone after this.
     void Unload();
     bool isUnloaded() const { return m_unloaded; }
+    // Takes the place, size, zoom and bars' room of `old`, which goes.
+    void replace(Form* old);
     bool isModal() const { return m_modal; }
 
     // The control that has the focus while this form is active.
@@ -78,7 +96,14 @@ private:
     void build();
     Control* makeControl(const ControlSpec& spec);
     void centre();
+    void layoutBars();
+    int barsHeight() const;
     const FormSpec& m_spec;
+    QWidget* m_client = nullptr; // the controls stand here
+    QWidget* m_topBar = nullptr;
+    QWidget* m_bottomBar = nullptr;
+    double m_zoom = 1.0;
+    std::map<const Control*, QFont> m_fonts; // each control's font at zoom 1
     QString m_caption;
     std::vector<std::unique_ptr<Control>> m_controls;
     std::map<std::pair<QString, int>, Control*> m_byName;
@@ -86,6 +111,7 @@ private:
     bool m_unloaded = false;
     bool m_modal = false;
     bool m_shownOnce = false;
+    bool m_markable = false; // the title holds the place of the mark
     int m_clientWidth, m_clientHeight; // twips as last set
     int m_width = -1, m_height = -1;   // outer size in twips as last set, -1 for none
 };
@@ -95,6 +121,9 @@ using FormFactory = std::function<Form*()>;
 void registerForm(const QString& name, FormFactory factory);
 // Loads the form if it is not loaded (running its Form_Load) and returns it.
 Form* Load(const QString& name);
+// A fresh form of that name in the place of the loaded one, whose
+// Form_Unload does not run: the window keeps its place, size and zoom.
+Form* Reload(const QString& name);
 // The loaded form of that name, or nullptr.
 Form* loadedForm(const QString& name);
 std::vector<Form*> loadedForms();

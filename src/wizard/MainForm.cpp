@@ -8,7 +8,7 @@
 
 #include <QApplication>
 #include <QPointer>
-#include <QShortcut>
+#include <QLabel>
 
 namespace {
 QPointer<MainForm> g_mainForm;
@@ -105,9 +105,6 @@ void MainForm::wireEvents() {
     HelpBtn->Click = [this] { ToggleHelp(); };
     TreeBtn->Click = [this] { TreeBtn_Click(); };
     CheckGameBtn->Click = [this] { CheckGameBtn_Click(); };
-    // F7 is the key of the whole-game check; it acts as a click on its button.
-    auto* checkKey = new QShortcut(QKeySequence(Qt::Key_F7), this);
-    QObject::connect(checkKey, &QShortcut::activated, this, [this] { CheckGameBtn->userClick(); });
 
     NameTXT->Click = [this] { NameTXT_Click(); };
     NameTXT->KeyPress = [this](int& k) { NameTXT_KeyPress(k); };
@@ -173,5 +170,8 @@ void MainForm::Form_Unload() {
 
 void MainForm::showStatus(const QString& text) {
     statusLine->setCaption(text);
+    // One line in the status bar, whatever the message holds; whole on hover.
+    if (auto* label = qobject_cast<QLabel*>(statusLine->widget()))
+        label->setText(text.simplified());
     statusLine->widget()->setToolTip(text);
 }

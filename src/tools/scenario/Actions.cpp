@@ -11,6 +11,8 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDir>
+#include <QTest>
+#include <QApplication>
 #include <QFileInfo>
 #include <QPixmap>
 #include <QPointer>
@@ -255,6 +257,21 @@ void Runner::shoot(const Statement& s) {
     QDir().mkpath(QFileInfo(path).absolutePath());
     if (!f->grab().save(path))
         fail(s, QStringLiteral("cannot save a picture of %1 to %2").arg(s.ref.form, path));
+}
+
+// The keys go where the keyboard sends them: to the widget with the focus in
+// the form's window, made the active window first as the user's click would.
+void Runner::pressShortcut(const Statement& s) {
+    rt::Form* f = form(s);
+    if (!f || !reachable(s))
+        return;
+    if (!f->isVisible()) {
+        fail(s, QStringLiteral("%1 is not shown and takes no keys").arg(s.ref.form));
+        return;
+    }
+    QApplication::setActiveWindow(f);
+    QWidget* target = f->focusWidget() ? f->focusWidget() : f;
+    QTest::keySequence(target, QKeySequence(s.value.text, QKeySequence::PortableText));
 }
 
 // ---- the seams --------------------------------------------------------------

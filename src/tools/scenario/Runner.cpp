@@ -161,6 +161,9 @@ void Runner::execute(const Statement& s) {
     case Op::Shot:
         shoot(s);
         return;
+    case Op::Shortcut:
+        pressShortcut(s);
+        return;
     case Op::ExpectValue:
         checkValue(s);
         return;

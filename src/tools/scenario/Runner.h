@@ -65,6 +65,7 @@ private:
     void closeForm(const Statement& s);
     void assign(const Statement& s);
     void shoot(const Statement& s);
+    void pressShortcut(const Statement& s);
 
     bool read(const Ref& ref, QVariant& out, QString& why) const;
 

@@ -6,6 +6,7 @@
 #include "store/AnsiCodec.h"
 #include "testing/Variables.h"
 
+#include <QKeySequence>
 #include <QRegularExpression>
 #include <QStringList>
 
@@ -456,6 +457,14 @@ Statement parseStatement(const std::vector<Token>& t) {
         s.value = text(t[2]);
         if (s.value.text.isEmpty())
             throw Error{QStringLiteral("shot needs a file name")};
+    } else if (op == "shortcut") {
+        count(t, 3, 3);
+        s.op = Op::Shortcut;
+        s.ref = parseRef(t[1], RefUse::FormOnly);
+        s.value = text(t[2]);
+        const QKeySequence keys(s.value.text, QKeySequence::PortableText);
+        if (keys.isEmpty() || keys[0] == QKeyCombination(Qt::Key_unknown))
+            throw Error{QStringLiteral("a key sequence such as \"Ctrl+S\" expected")};
     } else {
         throw Error{QStringLiteral("unknown statement %1").arg(t[0].word())};
     }

@@ -65,6 +65,7 @@ enum class Op {
     Choose,
     Set,
     Shot,
+    Shortcut,
     ExpectValue,
     ExpectMsgBox,
     ExpectNoMsgBox,

@@ -93,6 +93,10 @@ Choices where the contract is silent:
   * set FORM.Caption/Width/Height sets the form; Visible, Left, Top and
     Loaded of a form cannot be set (syntax error). set of a pseudo-property
     (Focused, Printed, Picture) fails the line.
+  * shortcut FORM "KEYS" makes FORM the active window and sends the keys
+    (Qt's portable text: "Ctrl+S", "Ctrl+Shift+Z", "F7") to its focused
+    widget, as the keyboard does; the window's menu entries take them. A form
+    behind a modal one, or not shown, fails the line.
   * shot saves a PNG (or what the extension says) relative to the current
     working directory, not App.Path; missing folders are made.
   * A choose that no ShowOpen took fails the file at its end, as does a
