@@ -232,7 +232,14 @@ void Form::replace(Form* old) {
 // A size assigned in twips reads back as assigned while the window has it.
 // The bars and the zoom are the window's, not the form's: lengths leave them out.
 QSize Form::designClientPixels() const {
-    return QSize(qRound(width() / m_zoom), qRound((height() - barsHeight()) / m_zoom));
+    // A window drawn at a zoom is whole pixels; the size it was made from
+    // stands while the window is within a pixel of it.
+    auto design = [this](int shown, int twips) {
+        const double exact = shown / m_zoom;
+        const int assigned = toPixels(twips);
+        return std::abs(exact - assigned) <= 1.0 / m_zoom ? assigned : qRound(exact);
+    };
+    return QSize(design(width(), m_clientWidth), design(height() - barsHeight(), m_clientHeight));
 }
 
 int Form::Width() const {
