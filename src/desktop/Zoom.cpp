@@ -8,6 +8,7 @@
 #include "wizard/MainForm.h"
 
 #include <QEvent>
+#include <QScreen>
 #include <QWindowStateChangeEvent>
 
 #include <algorithm>
@@ -38,8 +39,23 @@ double nextZoom(double now, int direction) {
 }
 
 void zoomStep(MainForm* form, int direction) {
-    if (form)
-        form->setZoom(nextZoom(form->zoom(), direction));
+    if (!form)
+        return;
+    const double next = nextZoom(form->zoom(), direction);
+    // A window that grows must still fit the screen, or its buttons go off
+    // the edge; a maximised window keeps its size whatever the zoom.
+    const QScreen* screen = form->screen();
+    if (next > form->zoom() && screen && !form->isMaximized() && !form->isFullScreen()) {
+        const QSize design = form->designClientPixels();
+        const QSize frame = form->frameGeometry().size() - form->size();
+        const int bars = form->height() - qRound(design.height() * form->zoom());
+        const QSize need(qRound(design.width() * next) + frame.width(),
+                         qRound(design.height() * next) + bars + frame.height());
+        const QSize room = screen->availableGeometry().size();
+        if (need.width() > room.width() || need.height() > room.height())
+            return;
+    }
+    form->setZoom(next);
 }
 
 bool ZoomFit::eventFilter(QObject* watched, QEvent* event) {

@@ -13,6 +13,7 @@
 #include <QDir>
 #include <QFile>
 #include <QLabel>
+#include <QScreen>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -84,6 +85,10 @@ TEST_F(Desktop, ZoomGrowsThePageButNotTheLengthsTheProgramReads) {
     EXPECT_NEAR(form->helpLabel0->widget()->x(), 125, 1);
     for (int i = 0; i < 30; ++i)
         desktop::zoomStep(form, +1);
+    EXPECT_GE(form->zoom(), 1.25);
+    EXPECT_TRUE(form->screen()->availableGeometry().contains(QRect(QPoint(), form->frameGeometry().size())))
+        << "the window outgrew the screen";
+    form->setZoom(40);
     EXPECT_DOUBLE_EQ(form->zoom(), rt::Form::MaxZoom);
     for (int i = 0; i < 30; ++i)
         desktop::zoomStep(form, -1);
