@@ -35,8 +35,11 @@ bool newGame() {
         if (form != old)
             form->Unload();
     Globals::resetState();
+    const QSize size = old->size();
     auto* fresh = static_cast<MainForm*>(rt::Reload(QString::fromLatin1(MainForm::Name)));
     dress(fresh);
+    if (!fresh->isMaximized())
+        fresh->resize(size);
     fresh->Show();
     return true;
 }

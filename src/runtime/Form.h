@@ -74,7 +74,7 @@ public:
     // Runs Form_Unload and drops the form; its controls are gone after this.
     void Unload();
     bool isUnloaded() const { return m_unloaded; }
-    // Takes the place, size, zoom and bars' room of `old`, which goes.
+    // Takes the place, zoom and window state of `old`, which goes.
     void replace(Form* old);
     bool isModal() const { return m_modal; }
 

@@ -145,9 +145,13 @@ TEST_F(Desktop, NewGameForgetsThePagesAndClosesWhatPointsAtThem) {
     EXPECT_EQ(mainForm(), form);
     rt::loadedForm("CheckForm")->Unload();
 
+    desktop::zoomStep(form, +1);
+    const QSize size = form->size();
     trigger("newGame");
     MainForm* fresh = mainForm();
     ASSERT_NE(fresh, form);
+    EXPECT_EQ(fresh->size(), size);
+    EXPECT_DOUBLE_EQ(fresh->zoom(), 1.1);
     EXPECT_EQ(rt::loadedForm("CardDetailForm"), nullptr);
     EXPECT_EQ(Globals::CurrentFrame, 0);
     EXPECT_EQ(Globals::CardCounter, 0);
