@@ -1,7 +1,6 @@
 // The decks in use: their images, their cards, what they deal.
 
 #include "check/CheckContext.h"
-#include "game/CardEntry.h"
 #include "game/Conversions.h"
 #include "game/GameFile.h"
 
@@ -20,11 +19,34 @@ struct Entry {
     QString name;
 };
 
-Entry readEntry(const QString& text) {
-    const CardEntry entry = readCardEntry(text);
-    const bool counted = text.startsWith(QLatin1String("(x")) && text.contains(u')');
-    return {counted && conv::Val(text.mid(2)) > kMaxCopies ? kMaxCopies + 1 : entry.count,
-            entry.name};
+// The reading of readCardEntry, done on the line's own text: it runs for
+// every card of the game, and copies of each part showed in profiles.
+Entry readEntry(QStringView text) {
+    const qsizetype close = text.startsWith(QLatin1String("(x")) ? text.indexOf(u')') : -1;
+    if (close < 0)
+        return {1, text.toString()};
+    const QStringView rest = text.mid(2);
+    const double copies = conv::Val(QString::fromRawData(rest.data(), rest.size()));
+    QStringView name = text.mid(close + 1);
+    while (name.startsWith(u' '))
+        name = name.mid(1);
+    while (name.endsWith(u' '))
+        name.chop(1);
+    return {copies > kMaxCopies ? kMaxCopies + 1 : conv::CInt(copies), name.toString()};
+}
+
+// The keys card1 to card200, made once instead of once for each deck.
+const QString& cardKey(int number, QString& spare) {
+    static const std::vector<QString> keys = [] {
+        std::vector<QString> made;
+        for (int n = 1; n <= game::MaxDeckRows; ++n)
+            made.push_back(game::key::card(n));
+        return made;
+    }();
+    if (number >= 1 && number <= game::MaxDeckRows)
+        return keys[static_cast<std::size_t>(number - 1)];
+    spare = game::key::card(number);
+    return spare;
 }
 
 // One card line of a deck. Its place and words are built only for a finding:
@@ -63,7 +85,7 @@ void checkProperties(const Card& card, QStringView text) {
             card.add(Severity::Error,
                      QStringLiteral(": the value of ") + quoted(name.toString()) +
                          QStringLiteral(" holds \"=\" and is cut there on reading"));
-        if (!card.c.propertyNames.contains(name.toString()))
+        if (!card.c.propertyNames.contains(QString::fromRawData(name.data(), name.size())))
             card.add(Severity::Warning,
                      QStringLiteral(" has a value for ") + quoted(name.toString()) +
                          QStringLiteral(", a property that stands in no property list"));
@@ -90,7 +112,7 @@ int checkCard(Context& c, const Deck& deck, int number, const QString& key) {
         card.add(Severity::Error,
                  QStringLiteral(" holds a \",\" in its image name or in a property "
                                 "value; the line is cut there on reading"));
-    const Entry entry = readEntry(first.toString());
+    const Entry entry = readEntry(first);
     if (entry.copies < 1 || entry.copies > kMaxCopies)
         card.add(Severity::Error, QStringLiteral(": the copies in ") + quoted(first.toString()) +
                                       QStringLiteral(" read as ") +
@@ -174,8 +196,9 @@ void checkDeck(Context& c, const Deck& deck) {
     int firstMissing = 0;
     qint64 copies = 0;
     const LineIndex::Section& lines = *c.index.section(deck.section);
+    QString spare;
     for (int card = 1; card <= cards; ++card) {
-        const QString key = game::key::card(card);
+        const QString& key = cardKey(card, spare);
         if (LineIndex::hasFoldedKey(lines, key)) {
             ++present;
             copies += checkCard(c, deck, card, key);

@@ -72,9 +72,10 @@ void Context::add(Severity severity, const Place& where, const QString& message)
 ImageLookup Context::lookUpImage(const QString& name) {
     if (name.isEmpty() || !images.problem.isEmpty())
         return {};
-    if (images.files.contains(name)) {
-        images.used.insert(name);
-        return {ImageState::Found, name};
+    // The name may point into a line of the file: the set keeps the name on disk.
+    if (const auto found = images.files.constFind(name); found != images.files.cend()) {
+        images.used.insert(*found);
+        return {ImageState::Found, *found};
     }
     const auto folded = images.byFoldedName.constFind(name.toLower());
     if (folded == images.byFoldedName.cend())
@@ -162,7 +163,10 @@ void listImageFolder(Context& c, const QString& folderName) {
         images.problem = QStringLiteral("cannot be read");
         return;
     }
-    for (const QString& name : fileNames(path)) {
+    const QStringList names = fileNames(path);
+    images.files.reserve(names.size());
+    images.byFoldedName.reserve(names.size());
+    for (const QString& name : names) {
         images.files.insert(name);
         images.byFoldedName.insert(name.toLower(), name);
         if (isImageName(name))
@@ -246,11 +250,14 @@ void checkUnusedImages(Context& c) {
                   QStringList(c.images.unlisted.mid(0, 10)).join(QStringLiteral(", ")) +
                   (n > 10 ? QStringLiteral(" and ") + QString::number(n - 10) + QStringLiteral(" more")
                           : QString()));
+    // Thousands of images may go unused: the place is the same for all.
+    const Place directory =
+        c.place(Where::Game, game::section::game(), QStringLiteral("directory"));
     for (const QString& image : std::as_const(c.images.images)) {
         if (!c.images.used.contains(image))
             c.add(
                 Severity::Warning,
-                c.place(Where::Game, game::section::game(), QStringLiteral("directory")),
+                directory,
                 QStringLiteral("The image ") + quoted(image) +
                     QStringLiteral(" of the directory is used by no deck and not as the desktop"));
     }

@@ -6,10 +6,16 @@
 namespace check {
 
 QString LineIndex::fold(const QString& name) {
+    // Most names are folded already; those share the name's text, not a copy.
+    qsizetype i = 0;
+    while (i < name.size() && !(name[i] >= u'A' && name[i] <= u'Z'))
+        ++i;
+    if (i == name.size())
+        return name;
     QString out = name;
-    for (QChar& c : out) {
-        if (c >= u'A' && c <= u'Z')
-            c = QChar(c.unicode() - u'A' + u'a');
+    for (QChar* c = out.data() + i; c != out.data() + out.size(); ++c) {
+        if (*c >= u'A' && *c <= u'Z')
+            *c = QChar(c->unicode() - u'A' + u'a');
     }
     return out;
 }

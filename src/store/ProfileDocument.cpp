@@ -89,6 +89,17 @@ QByteArray foldName(const char* b, const char* e) {
     return out;
 }
 
+// A name of the parsed text as an index key. Most names are already folded,
+// and the text outlives its index (each parse builds the index anew), so such
+// a key points into the text instead of holding a copy.
+QByteArray foldedKey(const char* b, const char* e) {
+    for (const char* p = b; p < e; ++p) {
+        if (*p >= 'A' && *p <= 'Z')
+            return foldName(b, e);
+    }
+    return QByteArray::fromRawData(b, e - b);
+}
+
 QByteArray foldName(const QByteArray& name) {
     return foldName(name.constData(), name.constData() + name.size());
 }
@@ -112,12 +123,46 @@ QByteArray callerName(const QString& name, FileEncoding encoding) {
     return out;
 }
 
-// The form in which a caller's name is looked up. Done in place: reads are hot.
-QByteArray lookupName(const QString& name, FileEncoding encoding) {
-    QByteArray out = callerName(name, encoding);
-    foldInPlace(out);
-    return out;
-}
+// The form in which a caller's name is looked up. Reads are hot: a name of
+// plain ASCII, which every encoding writes as the same bytes, is folded on the
+// stack instead of in a fresh array.
+class LookupName {
+public:
+    LookupName(const QString& name, FileEncoding encoding) {
+        const QChar* s = name.constData();
+        qsizetype n = name.size();
+        bool ascii = n <= qsizetype(sizeof m_buffer);
+        for (qsizetype i = 0; ascii && i < n; ++i)
+            ascii = s[i].unicode() < 0x80;
+        if (!ascii) {
+            m_bytes = callerName(name, encoding);
+            foldInPlace(m_bytes);
+            return;
+        }
+        for (qsizetype i = 0; i < n; ++i) {
+            const char c = static_cast<char>(s[i].unicode());
+            if (c == '\0') {
+                n = i;
+                break;
+            }
+            m_buffer[i] = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+        }
+        qsizetype b = 0;
+        while (n > 0 && isProfileBlank(m_buffer[n - 1]))
+            --n;
+        while (b < n && isProfileBlank(m_buffer[b]))
+            ++b;
+        m_bytes = QByteArray::fromRawData(m_buffer + b, n - b);
+    }
+    LookupName(const LookupName&) = delete;
+    LookupName& operator=(const LookupName&) = delete;
+
+    const QByteArray& bytes() const { return m_bytes; }
+
+private:
+    char m_buffer[64];
+    QByteArray m_bytes; // may point into m_buffer
+};
 
 const char* lineEndText(LineEnd end) {
     switch (end) {
@@ -220,13 +265,13 @@ void ProfileDocument::parse(LineEnd keepStyle) {
             section.hasHeader = true;
             section.header = line;
             const int index = static_cast<int>(m_sections.size());
-            addFirst(m_sectionIndex, foldName(shape.nameBegin, shape.nameCut), index);
+            addFirst(m_sectionIndex, foldedKey(shape.nameBegin, shape.nameCut), index);
             m_sections.push_back(std::move(section));
             continue;
         }
         Section& section = m_sections.back();
         if (shape.kind == LineKind::Key) {
-            addFirst(section.keys, foldName(shape.nameBegin, shape.nameCut),
+            addFirst(section.keys, foldedKey(shape.nameBegin, shape.nameCut),
                      static_cast<int>(section.lines.size()));
         }
         section.lines.push_back(line);
@@ -242,14 +287,14 @@ const ProfileDocument::Section* ProfileDocument::findSection(const QByteArray& f
 
 QString ProfileDocument::read(const QString& section, const QString& key) const {
     if (m_lastSection == kNotLookedUp || section != m_lastSectionName) {
-        const auto it = m_sectionIndex.constFind(lookupName(section, m_encoding));
+        const auto it = m_sectionIndex.constFind(LookupName(section, m_encoding).bytes());
         m_lastSection = it == m_sectionIndex.cend() ? -1 : *it;
         m_lastSectionName = section;
     }
     if (m_lastSection < 0)
         return {};
     const Section* found = &m_sections[static_cast<std::size_t>(m_lastSection)];
-    const auto keyIt = found->keys.constFind(lookupName(key, m_encoding));
+    const auto keyIt = found->keys.constFind(LookupName(key, m_encoding).bytes());
     if (keyIt == found->keys.cend())
         return {};
     const Line& line = found->lines[static_cast<std::size_t>(*keyIt)];
@@ -279,8 +324,8 @@ QString ProfileDocument::read(const QString& section, const QString& key) const 
 }
 
 bool ProfileDocument::hasKey(const QString& section, const QString& key) const {
-    const Section* found = findSection(lookupName(section, m_encoding));
-    return found && found->keys.contains(lookupName(key, m_encoding));
+    const Section* found = findSection(LookupName(section, m_encoding).bytes());
+    return found && found->keys.contains(LookupName(key, m_encoding).bytes());
 }
 
 namespace {
