@@ -6,11 +6,20 @@
 #include "check/GameChecker.h"
 #include "check/ReportText.h"
 
+#include <QFileInfo>
 #include <QStringList>
 
+#include <algorithm>
 #include <clocale>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+
+#ifdef __linux__
+#include <malloc.h>
+#include <sys/mman.h>
+#include <unistd.h>
+#endif
 
 namespace {
 
@@ -37,6 +46,37 @@ int usage(const QString& problem) {
         print(stderr, QStringLiteral("zavik-check: ") + problem);
     print(stderr, QStringLiteral("usage: zavik-check [--json] GAME.game..."));
     return 2;
+}
+
+// A page of memory that a process touches first costs a fault, and faults are
+// dear on virtual machines: a large game had more than a thousand of them, a
+// third of the run time. The check needs about ten bytes of memory for each
+// byte of the game files; asking the kernel for those pages in one call before
+// the check, and keeping malloc from giving them back, costs a fraction.
+void prepareHeap(const QStringList& files) {
+#if defined(__linux__) && defined(MADV_POPULATE_WRITE)
+    qint64 total = 0;
+    for (const QString& file : files)
+        total += QFileInfo(file).size();
+    const std::size_t bytes = static_cast<std::size_t>(std::min<qint64>(total * 10, 64 << 20));
+    if (bytes < (1 << 20))
+        return;
+    // All blocks from the one heap, so that what was prepared is used.
+    mallopt(M_MMAP_THRESHOLD, 256 << 20);
+    mallopt(M_TRIM_THRESHOLD, 512 << 20);
+    void* block = std::malloc(bytes);
+    if (!block)
+        return;
+    const auto page = static_cast<std::uintptr_t>(::sysconf(_SC_PAGESIZE));
+    const auto start = reinterpret_cast<std::uintptr_t>(block);
+    const std::uintptr_t begin = (start + page - 1) & ~(page - 1);
+    const std::uintptr_t end = (start + bytes) & ~(page - 1);
+    if (end > begin) // an older kernel refuses; the pages then come one by one
+        ::madvise(reinterpret_cast<void*>(begin), end - begin, MADV_POPULATE_WRITE);
+    std::free(block);
+#else
+    (void)files;
+#endif
 }
 
 } // namespace
@@ -67,6 +107,7 @@ int main(int argc, char** argv) {
     }
     if (files.isEmpty())
         return usage(QStringLiteral("no game file given"));
+    prepareHeap(files);
 
     std::vector<check::GameReport> reports;
     bool unreadable = false;
