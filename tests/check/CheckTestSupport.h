@@ -1,6 +1,5 @@
 #pragma once
-// A game folder in a temporary directory, and the findings of a check as the
-// lines `zavik-check` prints, without the file name.
+// A game folder in a temporary directory, and findings as `zavik-check` prints them.
 
 #include "check/GameChecker.h"
 #include "store/ProfileStore.h"
@@ -11,6 +10,7 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include <string>
 
 namespace checktest {
 
@@ -40,58 +40,35 @@ protected:
             write(folder + QLatin1Char('/') + n, "x");
     }
 
-    QStringList findings(const QString& name = QStringLiteral("g.game")) {
+    // Each after a line break, as a raw string opened on a line holds them; fails as a diff.
+    std::string findings(const QString& name = QStringLiteral("g.game")) {
         store::DropProfileCache();
         const check::GameReport report = check::checkGame(path(name));
-        QStringList out;
+        QString out;
         if (!report.unreadable.isEmpty())
-            out << QStringLiteral("unreadable: ") + report.unreadable;
+            out += QStringLiteral("\nunreadable: ") + report.unreadable;
         for (const check::Finding& f : report.findings)
-            out << QString::number(f.place.line) + QStringLiteral(": ") +
-                       check::severityName(f.severity) + QStringLiteral(": ") + f.message;
-        return out;
+            out += QStringLiteral("\n%1: %2: %3")
+                       .arg(f.place.line)
+                       .arg(check::severityName(f.severity), f.message);
+        return out.toStdString();
     }
 
     QTemporaryDir dir;
 };
 
-// A game that passes every rule, to which a test adds one fault at a time.
+// A game that passes every rule; tests name its lines by number, as commented, to put faults in.
 inline QStringList cleanGame() {
-    return {"[GAME]",
-            "name=g",
-            "players=2",
-            "directory=img",
-            "common_decks=1",
-            "desktop=table.bmp",
-            "[Player 1]",
-            "name=North",
-            "decks=1",
-            "[Player 2]",
-            "name=South",
-            "decks=0",
-            "[COMMON 1]",
-            "decksize=2",
-            "img_back=back.bmp",
-            "img_discard=pile.bmp",
-            "deal=2",
-            "card1=(x3)a.bmp,,Value=3",
-            "card2=b.bmp",
-            "[DECK 1 PLAYER 1]",
-            "decksize=1",
-            "img_back=back.bmp",
-            "img_discard=pile.bmp",
-            "deal=1",
-            "card1=c.jpg",
-            "[PROP LISTS]",
-            "total=1",
-            "list1=Figures,Value,Colour",
-            "[REPORTS]",
-            "num_reports=1",
-            "report1=Total,SUM,HAND,TRUE,Value"};
-}
-
-inline QStringList cleanImages() {
-    return {"table.bmp", "back.bmp", "pile.bmp", "a.bmp", "b.bmp", "c.jpg"};
+    return QStringLiteral(
+               "[GAME]\nname=g\nplayers=2\ndirectory=img\ncommon_decks=1\ndesktop=table.bmp\n" // 1
+               "[Player 1]\nname=North\ndecks=1\n[Player 2]\nname=South\ndecks=0\n"            // 7
+               "[COMMON 1]\ndecksize=2\nimg_back=back.bmp\nimg_discard=pile.bmp\n"             // 13
+               "deal=2\ncard1=(x3)a.bmp,,Value=3\ncard2=b.bmp\n"                               // 17
+               "[DECK 1 PLAYER 1]\ndecksize=1\nimg_back=back.bmp\nimg_discard=pile.bmp\n"      // 20
+               "deal=1\ncard1=c.jpg\n"                                                         // 24
+               "[PROP LISTS]\ntotal=1\nlist1=Figures,Value,Colour\n"                           // 26
+               "[REPORTS]\nnum_reports=1\nreport1=Total,SUM,HAND,TRUE,Value")                  // 29
+        .split(QLatin1Char('\n'));
 }
 
 } // namespace checktest

@@ -1,6 +1,6 @@
 #!/bin/sh
 # zavik-check as a user runs it: the sample game is clean, a broken copy of it
-# shows one finding of each rule family, and the exit status says which.
+# gives findings of each severity, and the exit status says which.
 # Usage: cli.sh ZAVIK-CHECK ZAVIK-SAMPLEGEN
 set -u
 check=$1
@@ -17,14 +17,8 @@ out=$("$check" "$work/Duel.game"); status=$?
 $out"
 echo "$out" | grep -qx "0 errors, 0 warnings, 0 notes in 1 file" || fail "sample summary: $out"
 
-# One fault of each family. The card line of the first common deck gets a
-# count of 0, a property in no list and a value with "=".
-sed -e 's/^players=.*/players=7/' \
-    -e 's/^desktop=.*/desktop=TABLE.BMP/' \
-    -e '0,/^card1=.*/s//card1=(x0)knight.bmp,,Value=3=4|Nothing=1/' \
-    -e 's/^deal=.*/deal=lots/' \
-    -e 's/^\(list1=[^,]*\),\([^,]*\)/\1,\2,\2/' \
-    -e 's/^report1=.*/report1=Total,AVERAGE,HAND,TRUE,Value/' \
+# A finding of each severity; the rules' texts are held by the unit tests.
+sed -e 's/^players=.*/players=7/' -e 's/^desktop=.*/desktop=TABLE.BMP/' -e 's/^deal=.*/deal=lots/' \
     "$app/Duel.game" > "$work/Broken.game"
 printf '[COMMON 9]\r\ndecksize=0\r\n' >> "$work/Broken.game"
 cp "$work/Broken.game" "$work/Broken.before"
@@ -33,14 +27,8 @@ out=$("$check" "$work/Broken.game"); status=$?
 cmp -s "$work/Broken.game" "$work/Broken.before" || fail "the check changed the file"
 for expected in \
     ': error: The number of players is "7", not a whole number from 1 to 6' \
-    ': warning: Player 3 has no name' \
     ': warning: The desktop image names "TABLE.BMP", but the file is "table.bmp"' \
-    ': error: Card 1 of common deck 1: the copies in "(x0)knight.bmp" read as 0' \
-    ': error: Card 1 of common deck 1: the value of "Value" holds "="' \
-    ': warning: Card 1 of common deck 1 has a value for "Nothing"' \
     ': error: The cards to deal of common deck 1 are "lots", not a whole number' \
-    ': warning: Property list 1 names the property "' \
-    ': error: Report 1 has the type "AVERAGE"' \
     ': note: [COMMON 9] is above the number of common decks'; do
   echo "$out" | grep -F -q "$expected" || fail "missing finding '$expected' in:
 $out"
@@ -59,10 +47,9 @@ out=$("$check" "$work/Warned.game"); status=$?
 [ $status -eq 0 ] || fail "warnings and notes alone: status $status: $out"
 echo "$out" | grep -q "0 errors, 1 warning, 1 note" || fail "warnings and notes: $out"
 
-"$check" "$work/none.game" >/dev/null 2>&1; status=$?
-[ $status -eq 2 ] || fail "a missing file: status $status"
-"$check" >/dev/null 2>&1; status=$?
-[ $status -eq 2 ] || fail "no arguments: status $status"
-"$check" --frobnicate "$work/Duel.game" >/dev/null 2>&1; status=$?
-[ $status -eq 2 ] || fail "an unknown option: status $status"
+for args in "$work/none.game" "" "--frobnicate $work/Duel.game"; do
+  # shellcheck disable=SC2086
+  "$check" $args >/dev/null 2>&1; status=$?
+  [ $status -eq 2 ] || fail "'$args': status $status"
+done
 echo "ok"

@@ -1,8 +1,11 @@
+// A save replaces the file whole or not at all, keeps its link, owner and mode, or says why not.
+
 #include "StoreTestSupport.h"
 
-#include <QDir>
+#include "store/AtomicFile.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <random>
@@ -10,15 +13,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-using store::FlushProfiles;
-using store::ReadProfileValue;
-using store::WriteProfileValue;
+using store::detail::replaceRefusal;
+using store::detail::setSyncFunction;
 
 namespace {
 
-void setMode(const QString& file, mode_t mode) {
-    ASSERT_EQ(::chmod(QFile::encodeName(file).constData(), mode), 0);
-}
+constexpr uid_t kNobody = 65534;
 
 // Moves the modification time on, as a second save by another program would.
 void touchLater(const QString& file, int seconds) {
@@ -31,21 +31,68 @@ void touchLater(const QString& file, int seconds) {
 
 } // namespace
 
-TEST_F(StoreTest, ReadOnlyFileRefusesEveryWriteEvenForRoot) {
+TEST_F(StoreTest, OnlyTheOwnerOrRootReplacesAFileAndAReadOnlyFileNobody) {
+    const auto refusal = [](uid_t owner, mode_t mode, uid_t user) {
+        struct stat st {};
+        st.st_mode = S_IFREG | mode;
+        st.st_uid = owner;
+        return replaceRefusal(st, user).value_or("none");
+    };
+    EXPECT_EQ(refusal(1000, 0644, 1000), "none");
+    EXPECT_EQ(refusal(kNobody, 0644, 0), "none");
+    EXPECT_EQ(refusal(kNobody, 0644, 1000), "the file belongs to another user");
+    EXPECT_EQ(refusal(kNobody, 0666, 1000), "the file belongs to another user")
+        << "a replace would take the file over even where its owner lets others write";
+    EXPECT_EQ(refusal(1000, 0444, 1000), "the file is read-only");
+    EXPECT_EQ(refusal(0, 0444, 0), "the file is read-only");
+    EXPECT_EQ(refusal(1000, 0200, 1000), "none");
+
     const QString file = path("ro.game");
     const QByteArray original = "[GAME]\r\nname=Duel\r\n";
     put(file, original);
     EXPECT_EQ(ReadProfileValue("GAME", "name", file), "Duel"); // parsed while still writable
     setMode(file, 0444);
-
     EXPECT_EQ(WriteProfileValue("GAME", "name", "Trio", file), 0);
     EXPECT_EQ(WriteProfileValue("NEW", "key", "v", file), 0);
     FlushProfiles();
     EXPECT_EQ(bytesOf(file), original);
     EXPECT_EQ(ReadProfileValue("GAME", "name", file), "Duel");
     ASSERT_EQ(errors.size(), 2u);
-    EXPECT_EQ(errors[0].first, file);
-    EXPECT_EQ(errors[0].second, "the file is read-only");
+    EXPECT_EQ(errors[0], std::make_pair(file, QStringLiteral("the file is read-only")));
+}
+
+TEST_F(StoreTest, AnotherUsersFileStaysTheirs) {
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "needs root to act as another user";
+    // A folder that "nobody" may write, holding root's file with mode 0644.
+    setMode(dir.path(), 0755);
+    ASSERT_TRUE(QDir(dir.path()).mkdir("shared"));
+    const QString folder = path("shared");
+    setMode(folder, 0777);
+    const QString file = folder + "/root.game";
+    const QByteArray original = "[GAME]\r\nname=Duel\r\n";
+    put(file, original);
+    setMode(file, 0644);
+
+    const pid_t child = ::fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        if (::setgid(kNobody) != 0 || ::setuid(kNobody) != 0)
+            ::_exit(10);
+        const int accepted = WriteProfileValue("GAME", "name", "Mine", file);
+        FlushProfiles();
+        const bool told = errors.size() == 1 && errors[0].first == file &&
+                          errors[0].second == "the file belongs to another user";
+        ::_exit(accepted == 0 && told ? 0 : 20 + accepted);
+    }
+    int status = 0;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    ASSERT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 0) << "the write was accepted or not reported";
+    EXPECT_EQ(bytesOf(file), original);
+    EXPECT_EQ(statOf(file).st_uid, 0u);
+    EXPECT_EQ(statOf(file).st_mode & 07777, 0644u);
+    EXPECT_EQ(folderEntries(folder), QStringList{"root.game"});
 }
 
 TEST_F(StoreTest, MissingFolderOrVanishedFolderLosesNothingAndSaysWhy) {
@@ -57,8 +104,7 @@ TEST_F(StoreTest, MissingFolderOrVanishedFolderLosesNothingAndSaysWhy) {
     ASSERT_EQ(errors.size(), 1u);
     EXPECT_EQ(errors[0], std::make_pair(file, QStringLiteral("the folder does not exist")));
 
-    // The folder goes away between the write and the flush: the write is
-    // dropped and reported, and the store does not pretend it happened.
+    // The folder goes before the flush: the write is dropped and reported, not pretended.
     ASSERT_TRUE(QDir(dir.path()).mkdir("later"));
     const QString later = path("later/y.game");
     ASSERT_EQ(WriteProfileValue("GAME", "name", "Duel", later), 1);
@@ -77,17 +123,13 @@ TEST_F(StoreTest, ChangesByAnotherProgramAreSeenAndKept) {
     EXPECT_EQ(ReadProfileValue("GAME", "name", file), "Duel");
 
     // Same size, same inode: only the modification time tells.
-    {
-        QFile f(file);
-        ASSERT_TRUE(f.open(QIODevice::ReadWrite));
-        ASSERT_TRUE(f.seek(13));
-        ASSERT_EQ(f.write("Trio"), 4);
-    }
+    const ino_t inode = statOf(file).st_ino;
+    put(file, "[GAME]\r\nname=Trio\r\n");
+    ASSERT_EQ(statOf(file).st_ino, inode);
     touchLater(file, 5);
     EXPECT_EQ(ReadProfileValue("GAME", "name", file), "Trio");
 
-    // Another program saves between our write and our flush: our change goes
-    // on top of its version, not over it.
+    // Another program saves between our write and our flush: ours goes on top of its version.
     ASSERT_EQ(WriteProfileValue("GAME", "players", "2", file), 1);
     put(file, "[GAME]\r\nname=Trio\r\nother=theirs\r\n");
     touchLater(file, 10);
@@ -107,8 +149,7 @@ TEST_F(StoreTest, ReplaceKeepsLinksAndPermissions) {
     EXPECT_TRUE(S_ISLNK(statOf(link).st_mode));
     EXPECT_EQ(bytesOf(target), "[GAME]\r\nname=Trio\r\n");
     EXPECT_EQ(statOf(target).st_mode & 07777, 0640u);
-    EXPECT_EQ(QDir(path("real")).entryList(QDir::Files | QDir::Hidden), QStringList{"target.game"})
-        << "no temporary file is left behind";
+    EXPECT_EQ(folderEntries(path("real")), QStringList{"target.game"});
 
     const mode_t mask = ::umask(022);
     ::umask(mask);
@@ -116,6 +157,44 @@ TEST_F(StoreTest, ReplaceKeepsLinksAndPermissions) {
     ASSERT_EQ(save("GAME", "name", "x", fresh), 1);
     EXPECT_EQ(statOf(fresh).st_mode & 07777, 0666u & ~mask);
     EXPECT_TRUE(errors.empty());
+}
+
+namespace {
+
+QByteArray g_syncedBytes;
+QByteArray g_targetAtSync;
+QString g_target;
+
+int recordingSync(int fd) {
+    // The temporary file may be open for writing only.
+    g_syncedBytes = bytesOf(QStringLiteral("/proc/self/fd/%1").arg(fd));
+    g_targetAtSync = bytesOf(g_target);
+    return ::fsync(fd);
+}
+
+int failingSync(int) {
+    errno = EIO;
+    return -1;
+}
+
+} // namespace
+
+TEST_F(StoreTest, TheNewTextReachesTheDiskBeforeItTakesTheName) {
+    g_target = path("sync.game");
+    put(g_target, "[GAME]\r\nname=Duel\r\n");
+    setSyncFunction(recordingSync);
+    ASSERT_EQ(save("GAME", "name", "Trio", g_target), 1);
+    EXPECT_EQ(g_syncedBytes, "[GAME]\r\nname=Trio\r\n");
+    EXPECT_EQ(g_targetAtSync, "[GAME]\r\nname=Duel\r\n") << "synced after the rename";
+
+    // A disk that cannot take the data: the old file stays and the user is told.
+    setSyncFunction(failingSync);
+    ASSERT_EQ(save("GAME", "name", "Quad", g_target), 1);
+    setSyncFunction(nullptr);
+    EXPECT_EQ(bytesOf(g_target), "[GAME]\r\nname=Trio\r\n");
+    ASSERT_EQ(errors.size(), 1u);
+    EXPECT_EQ(errors[0].second, QString::fromLocal8Bit(std::strerror(EIO)));
+    EXPECT_EQ(folderEntries(dir.path()), QStringList{"sync.game"});
 }
 
 namespace {
@@ -130,13 +209,9 @@ QByteArray deckVersion(int version) {
     return text;
 }
 
-QStringList folderEntries(const QString& folder) {
-    return QDir(folder).entryList(QDir::Files | QDir::Hidden | QDir::System, QDir::Name);
-}
-
 } // namespace
 
-TEST_F(StoreTest, KillAtAnyMomentLeavesTheOldOrTheNewFileAndNothingElse) {
+TEST_F(StoreTest, KillAtAnyMomentLeavesTheOldOrTheNewFileAndLeftoversGoUnlessLive) {
     const QString file = path("crash.game");
     std::mt19937 rng(20261123);
     int newest = 0;
@@ -157,8 +232,7 @@ TEST_F(StoreTest, KillAtAnyMomentLeavesTheOldOrTheNewFileAndNothingElse) {
                 FlushProfiles();
             }
         }
-        // Now and then the kill waits for a first save to land, so that kills
-        // in later saves happen however slow the machine is.
+        // Now and then a first save lands before the kill, however slow the machine is.
         for (int waited = 0; kill % 10 == 9 && waited < 20000 && statOf(file).st_ino == original;
              ++waited)
             ::usleep(1000);
@@ -182,24 +256,17 @@ TEST_F(StoreTest, KillAtAnyMomentLeavesTheOldOrTheNewFileAndNothingElse) {
     }
     EXPECT_GT(newest, 0) << "the saves never got under way, so nothing was tested";
     EXPECT_TRUE(errors.empty());
-}
 
-TEST_F(StoreTest, LeftoversOfDeadSavesGoButLiveOnesStay) {
-    // Where the file system has no unnamed files, a save works on a named one;
-    // a save killed then leaves it. A save still at work holds its file locked.
-    const QString file = path("game.game");
-    put(file, "[GAME]\r\nname=Duel\r\n");
-    put(path(".game.game.dead01"), "whole copy");
-    put(path(".game.game.live01"), "in progress");
-    put(path(".game.game.toolong1"), "not ours");
-    put(path(".other.game.dead02"), "another file's");
-    const int live = ::open(QFile::encodeName(path(".game.game.live01")).constData(), O_RDONLY);
+    // Without unnamed files a killed save leaves a named one; a live save holds its file locked.
+    for (const char* name :
+         {".crash.game.dead01", ".crash.game.live01", ".crash.game.toolong1", ".other.game.dead02"})
+        put(path(name), "a copy");
+    const int live = ::open(QFile::encodeName(path(".crash.game.live01")).constData(), O_RDONLY);
     ASSERT_GE(live, 0);
     ASSERT_EQ(::flock(live, LOCK_EX), 0);
-
     ASSERT_EQ(save("GAME", "name", "Trio", file), 1);
     ::close(live);
-    EXPECT_EQ(folderEntries(dir.path()), (QStringList{".game.game.live01", ".game.game.toolong1",
-                                                      ".other.game.dead02", "game.game"}));
-    EXPECT_EQ(bytesOf(file), "[GAME]\r\nname=Trio\r\n");
+    EXPECT_EQ(folderEntries(dir.path()), (QStringList{".crash.game.live01", ".crash.game.toolong1",
+                                                      ".other.game.dead02", "crash.game"}));
+    EXPECT_EQ(ReadProfileValue("GAME", "name", file), "Trio");
 }

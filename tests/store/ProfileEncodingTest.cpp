@@ -1,9 +1,5 @@
 #include "StoreTestSupport.h"
 
-using store::FlushProfiles;
-using store::ReadProfileValue;
-using store::WriteProfileValue;
-
 namespace {
 
 QByteArray utf16(const QString& text, bool bigEndian) {
@@ -19,12 +15,11 @@ QByteArray utf16(const QString& text, bool bigEndian) {
 
 } // namespace
 
-TEST_F(StoreTest, Utf16FilesReadAndWriteInTheirOwnEncoding) {
+TEST_F(StoreTest, Utf16FilesReadAndWriteInTheirOwnEncodingButBrokenOnesAreNeverWrittenInto) {
     for (const bool bigEndian : {false, true}) {
         SCOPED_TRACE(bigEndian ? "big-endian" : "little-endian");
         const QString file = path(bigEndian ? "be.game" : "le.game");
-        // Surrogates that pair with nothing and LF line ends: all go out as
-        // they came in.
+        // Surrogates that pair with nothing and LF line ends all go out as they came in.
         const QString before =
             QString::fromUtf8("; by hand\n[GAME]\nname = Caf\u00e9 \u03a9 \U0001F600\n"
                               "odd=") +
@@ -51,11 +46,8 @@ TEST_F(StoreTest, Utf16FilesReadAndWriteInTheirOwnEncoding) {
     ASSERT_EQ(save("s", "b", "2", markOnly), 1);
     EXPECT_EQ(bytesOf(markOnly), utf16(QStringLiteral("[s]\r\nb=2\r\n"), false));
     EXPECT_TRUE(errors.empty());
-}
 
-TEST_F(StoreTest, BrokenUtf16IsReadButNeverWrittenInto) {
-    // An odd byte at the end: the text before it reads, a write is refused
-    // and says why, and the file stays as it is: never a file in two encodings.
+    // An odd last byte: the text reads, but a write would leave a file in two encodings.
     const QString file = path("odd.game");
     const QByteArray odd = utf16(QStringLiteral("[s]\r\nk=1\r\n"), false) + 'x';
     put(file, odd);
@@ -73,11 +65,20 @@ TEST_F(StoreTest, BrokenUtf16IsReadButNeverWrittenInto) {
     EXPECT_EQ(bytesOf(utf8), "\xEF\xBB\xBF[s]\r\nbad=\xFF\xC3\r\nk=2\r\n");
 }
 
-TEST_F(StoreTest, SingleByteFilesCoverTheWholeCodePage) {
+TEST_F(StoreTest, TextCrossesAsWindows1252UnlessTheFileIsUtf8) {
     // U+00FF is the last character that maps to itself; U+0100 has no place.
-    const QString file = path("ansi.game");
-    ASSERT_EQ(save("s", "k", QString::fromUtf8("\u00fe\u00ff\u0100"), file), 1);
-    EXPECT_EQ(bytesOf(file), "[s]\r\nk=\xFE\xFF?\r\n");
+    const QString ansi = path("ansi.game");
+    ASSERT_EQ(save("GAME", "name", QString::fromUtf8("€uro café Ω 😀 \u00fe\u00ff\u0100"), ansi), 1);
+    EXPECT_EQ(bytesOf(ansi), "[GAME]\r\nname=\x80uro caf\xE9 ? ? \xFE\xFF?\r\n");
     store::DropProfileCache();
-    EXPECT_EQ(ReadProfileValue("s", "k", file), QString::fromUtf8("\u00fe\u00ff?"));
+    EXPECT_EQ(ReadProfileValue("GAME", "name", ansi),
+              QString::fromUtf8("€uro café ? ? \u00fe\u00ff?"));
+    put(ansi, "[GAME]\r\nq=\x93quoted\x94 \x81\r\n");
+    EXPECT_EQ(ReadProfileValue("GAME", "q", ansi), QString::fromUtf8("“quoted” \u0081"));
+
+    const QString utf8 = path("utf8.game");
+    put(utf8, "\xEF\xBB\xBF[GAME]\r\nname=caf\xC3\xA9\r\n");
+    EXPECT_EQ(ReadProfileValue("GAME", "name", utf8), QString::fromUtf8("café"));
+    ASSERT_EQ(save("GAME", "name", QString::fromUtf8("Ω"), utf8), 1);
+    EXPECT_EQ(bytesOf(utf8), "\xEF\xBB\xBF[GAME]\r\nname=\xCE\xA9\r\n");
 }

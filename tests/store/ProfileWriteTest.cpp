@@ -1,25 +1,13 @@
-#include "StoreTestSupport.h"
+// Writing as Windows writes: one line changes, new keys land where Windows puts them.
 
-using store::FlushProfiles;
-using store::ReadProfileValue;
-using store::WriteProfileValue;
+#include "StoreTestSupport.h"
 
 TEST_F(StoreTest, WriteChangesOnlyTheLineOfTheKey) {
     const QString file = path("keep.game");
-    const QByteArray original = "; made by hand\r\n"
-                                "\r\n"
-                                "[GAME]\r\n"
-                                "  Name =  Duel  \r\n"
-                                "unknown=stays\r\n"
-                                "NAME=shadowed\r\n"
-                                "\r\n"
-                                "[player 2]\r\n"
-                                "NAME=x\r\n"
-                                "bare\r\n"
-                                "[Game]\r\n"
-                                "players=9\r\n"
-                                "[Outside]\r\n"
-                                "k = v\r\n";
+    const QByteArray original =
+        "; made by hand\r\n\r\n[GAME]\r\n  Name =  Duel  \r\nunknown=stays\r\n"
+        "NAME=shadowed\r\n\r\n[player 2]\r\nNAME=x\r\nbare\r\n"
+        "[Game]\r\nplayers=9\r\n[Outside]\r\nk = v\r\n";
     put(file, original);
 
     ASSERT_EQ(save("game", "name", "Trio", file), 1);
@@ -64,21 +52,17 @@ TEST_F(StoreTest, NewFilesSectionsAndKeysLandWhereExpected) {
     ASSERT_EQ(WriteProfileValue("B", "z", "3", lf), 1);
     FlushProfiles();
     EXPECT_EQ(bytesOf(lf), "[A]\nx=1\ny=2\n\n[B]\nz=3\n");
-
-    const QString cr = path("cr.game");
-    put(cr, "[A]\rx=1");
-    ASSERT_EQ(save("B", "z", "3", cr), 1);
-    EXPECT_EQ(bytesOf(cr), "[A]\rx=1\r[B]\rz=3\r");
-
-    const QString noEnd = path("noend.game");
-    put(noEnd, "[A]\r\nx=1");
-    ASSERT_EQ(save("A", "y", "2", noEnd), 1);
-    EXPECT_EQ(bytesOf(noEnd), "[A]\r\nx=1\r\ny=2\r\n");
-
-    const QString headerOnly = path("header.game");
-    put(headerOnly, "[A]");
-    ASSERT_EQ(save("a", "y", "2", headerOnly), 1);
-    EXPECT_EQ(bytesOf(headerOnly), "[A]\r\ny=2\r\n");
+    struct Case {
+        const char *before, *section, *after;
+    };
+    for (const Case& c :
+         {Case{"[A]\rx=1", "B", "[A]\rx=1\r[B]\ry=2\r"},
+          Case{"[A]\r\nx=1", "A", "[A]\r\nx=1\r\ny=2\r\n"}, Case{"[A]", "a", "[A]\r\ny=2\r\n"}}) {
+        put(path("ends.game"), c.before);
+        store::DropProfileCache();
+        ASSERT_EQ(save(c.section, "y", "2", path("ends.game")), 1);
+        EXPECT_EQ(bytesOf(path("ends.game")), c.after) << c.before;
+    }
 }
 
 TEST_F(StoreTest, ValuesGoInVerbatimAfterTheirLeadingBlanks) {
@@ -147,7 +131,7 @@ TEST_F(StoreTest, NamesGoInAsWindowsWritesThem) {
     EXPECT_EQ(ReadProfileValue("", "k", plain), "") << "the lines before the header come first";
 }
 
-TEST_F(StoreTest, WritingTheHeldValueTouchesNothing) {
+TEST_F(StoreTest, TheFileIsReplacedOnlyForAChangeAndOnlyWhenTheOutermostBatchEnds) {
     const QString file = path("same.game");
     put(file, "[GAME]\r\nname = Duel  \r\nempty=\r\n");
     const struct stat before = statOf(file);
@@ -163,23 +147,21 @@ TEST_F(StoreTest, WritingTheHeldValueTouchesNothing) {
     FlushProfiles();
     EXPECT_EQ(statOf(file).st_ino, before.st_ino);
     EXPECT_TRUE(errors.empty());
-}
 
-TEST_F(StoreTest, OutsideABatchAWriteIsOnDiskAtOnceInsideOnlyWhenTheOutermostEnds) {
     batch.reset();
-    const QString file = path("b.game");
-    ASSERT_EQ(WriteProfileValue("GAME", "name", "One", file), 1);
-    EXPECT_EQ(bytesOf(file), "[GAME]\r\nname=One\r\n");
+    const QString fresh = path("b.game");
+    ASSERT_EQ(WriteProfileValue("GAME", "name", "One", fresh), 1);
+    EXPECT_EQ(bytesOf(fresh), "[GAME]\r\nname=One\r\n");
     {
         const store::WriteBatch outer;
         {
             const store::WriteBatch inner;
-            WriteProfileValue("GAME", "name", "Two", file);
+            WriteProfileValue("GAME", "name", "Two", fresh);
         }
-        WriteProfileValue("GAME", "players", "2", file);
-        EXPECT_EQ(bytesOf(file), "[GAME]\r\nname=One\r\n");
-        EXPECT_EQ(ReadProfileValue("GAME", "name", file), "Two");
+        WriteProfileValue("GAME", "players", "2", fresh);
+        EXPECT_EQ(bytesOf(fresh), "[GAME]\r\nname=One\r\n");
+        EXPECT_EQ(ReadProfileValue("GAME", "name", fresh), "Two");
     }
-    EXPECT_EQ(bytesOf(file), "[GAME]\r\nname=Two\r\nplayers=2\r\n");
+    EXPECT_EQ(bytesOf(fresh), "[GAME]\r\nname=Two\r\nplayers=2\r\n");
     EXPECT_TRUE(errors.empty());
 }

@@ -3,6 +3,7 @@
 #include "store/ProfileStore.h"
 
 #include <QByteArray>
+#include <QDir>
 #include <QFile>
 #include <QString>
 #include <QTemporaryDir>
@@ -14,9 +15,37 @@
 #include <utility>
 #include <vector>
 
-// A fresh folder and a fresh store for every test, with every error report kept.
-// Writes are held in a batch for the length of a test, so that a test says when
-// they reach the disk with FlushProfiles, as a save does at its end.
+using store::FlushProfiles;
+using store::ReadProfileValue;
+using store::WriteProfileValue;
+
+inline void put(const QString& file, const QByteArray& bytes) {
+    QFile f(file);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    ASSERT_EQ(f.write(bytes), bytes.size());
+}
+
+inline QByteArray bytesOf(const QString& file) {
+    QFile f(file);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+inline struct stat statOf(const QString& file) {
+    struct stat st {};
+    ::lstat(QFile::encodeName(file).constData(), &st);
+    return st;
+}
+
+inline void setMode(const QString& file, mode_t mode) {
+    ASSERT_EQ(::chmod(QFile::encodeName(file).constData(), mode), 0);
+}
+
+// Hidden files too: a save must leave no temporary file behind.
+inline QStringList folderEntries(const QString& folder) {
+    return QDir(folder).entryList(QDir::Files | QDir::Hidden | QDir::System, QDir::Name);
+}
+
+// A fresh folder and store, every error report kept; a test flushes its writes as a save does.
 class StoreTest : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -36,28 +65,11 @@ protected:
 
     QString path(const QString& name) const { return dir.filePath(name); }
 
-    static void put(const QString& file, const QByteArray& bytes) {
-        QFile f(file);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        ASSERT_EQ(f.write(bytes), bytes.size());
-    }
-
-    static QByteArray bytesOf(const QString& file) {
-        QFile f(file);
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-    }
-
-    static struct stat statOf(const QString& file) {
-        struct stat st {};
-        ::lstat(QFile::encodeName(file).constData(), &st);
-        return st;
-    }
-
     // Writes one value and flushes it, the way one user action does.
     static int save(const QString& section, const QString& key, const QString& value,
                     const QString& file) {
-        const int accepted = store::WriteProfileValue(section, key, value, file);
-        store::FlushProfiles();
+        const int accepted = WriteProfileValue(section, key, value, file);
+        FlushProfiles();
         return accepted;
     }
 

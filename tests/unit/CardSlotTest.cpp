@@ -1,29 +1,15 @@
-// Slots of the open deck once its 16-bit counter is used up: a deck whose file
-// claims more cards than the count can hold.
+// Slots of the open deck once its 16-bit counter is used up by a file of too many cards.
 
-#include "runtime/Runtime.h"
-#include "wizard/Globals.h"
-#include "wizard/MainForm.h"
-#include "app/Program.h"
+#include "ProgramTest.h"
 
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-#include <gtest/gtest.h>
+using CardSlots = ProgramTest;
 
-TEST(CardSlots, PastTheCountersLimitEveryRowStillGetsASlotOfItsOwn) {
-    QTemporaryDir dir;
-    rt::setAppPath(dir.path());
-    rt::hooks().msgBox = [](const QString&, int) {};
-    QDir(dir.path()).mkdir("cards");
-    QFile(dir.filePath("cards/a.bmp")).open(QIODevice::WriteOnly);
-    QFile game(dir.filePath("Huge.game"));
-    ASSERT_TRUE(game.open(QIODevice::WriteOnly));
-    game.write(
-        "[GAME]\r\ndirectory=cards\r\n[COMMON 1]\r\ndecksize=99999\r\ncard1=first.bmp,,A=1\r\n"
-        "card32767=last.bmp,,B=2\r\ncard32768=beyond.bmp\r\n");
-    game.close();
-    auto* form = static_cast<MainForm*>(wizard::startProgram());
+TEST_F(CardSlots, PastTheCountersLimitEveryRowStillGetsASlotOfItsOwn) {
+    file("cards/a.bmp", "");
+    file("Huge.game",
+         "[GAME]\r\ndirectory=cards\r\n[COMMON 1]\r\ndecksize=99999\r\n"
+         "card1=first.bmp,,A=1\r\ncard32767=last.bmp,,B=2\r\ncard32768=beyond.bmp\r\n");
+    start();
     form->NameTXT->setText("Huge");
     form->LoadGameData();
     form->ShowCommonDeck_Click(0);
@@ -45,8 +31,7 @@ TEST(CardSlots, PastTheCountersLimitEveryRowStillGetsASlotOfItsOwn) {
     EXPECT_EQ(Globals::cardProp(32769), "");
     EXPECT_EQ(Globals::cardProp(1), "A=1");
 
-    // The limit reached by rows added on the page, not by a load: the table
-    // is still short, and the next slot must still be a new one.
+    // The limit reached by rows added, not by a load: the table is short, the slot still new.
     form->Command7_Click();
     form->LoadDeckData("COMMON 2");
     Globals::CardCounter = 32766;
@@ -55,6 +40,4 @@ TEST(CardSlots, PastTheCountersLimitEveryRowStillGetsASlotOfItsOwn) {
     ASSERT_EQ(form->commonList->ListCount(), 2);
     EXPECT_EQ(form->commonList->ItemData(0), 32767);
     EXPECT_EQ(form->commonList->ItemData(1), 32768);
-    wizard::stopProgram();
-    rt::hooks().msgBox = nullptr;
 }
