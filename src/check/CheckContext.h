@@ -23,11 +23,10 @@ QString quoted(const QString& text);
 struct ImageFolder {
     QString name;                         // as the game names it
     QString problem;                      // why it cannot be listed, or empty
-    QSet<QString> files;                  // every file name in it
+    QHash<QString, bool> files;           // every file name in it -> used by the game
     QHash<QString, QString> byFoldedName; // lower case -> name on disk
     QStringList images;                   // the files of an image kind, in order
     QStringList unlisted;                 // pictures of a kind the wizard does not list
-    QSet<QString> used;                   // names on disk that the game uses
 };
 
 enum class ImageState { Found, OtherCase, Missing, NotLooked };
@@ -72,7 +71,10 @@ public:
     int commonDecks = 0;         // in use, 0 to 6
     int playerDecks[7] = {};     // in use, per player from 1
     int lists = 0;               // property lists in use
-    QSet<QString> propertyNames; // of the lists in use
+    // Of the lists in use, each once. A list, not a set: every card looks its
+    // property names up, and a few names compare faster than they hash.
+    QStringList propertyNames;
+    bool hasProperty(QStringView name) const;
     std::vector<Finding> findings;
 };
 

@@ -22,7 +22,8 @@ struct Entry {
 // The reading of readCardEntry, done on the line's own text: it runs for
 // every card of the game, and copies of each part showed in profiles.
 Entry readEntry(QStringView text) {
-    const qsizetype close = text.startsWith(QLatin1String("(x")) ? text.indexOf(u')') : -1;
+    const bool counted = text.size() >= 2 && text[0] == u'(' && text[1] == u'x';
+    const qsizetype close = counted ? text.indexOf(u')') : -1;
     if (close < 0)
         return {1, text.toString()};
     const QStringView rest = text.mid(2);
@@ -85,7 +86,7 @@ void checkProperties(const Card& card, QStringView text) {
             card.add(Severity::Error,
                      QStringLiteral(": the value of ") + quoted(name.toString()) +
                          QStringLiteral(" holds \"=\" and is cut there on reading"));
-        if (!card.c.propertyNames.contains(QString::fromRawData(name.data(), name.size())))
+        if (!card.c.hasProperty(name))
             card.add(Severity::Warning,
                      QStringLiteral(" has a value for ") + quoted(name.toString()) +
                          QStringLiteral(", a property that stands in no property list"));

@@ -65,6 +65,14 @@ Place Context::place(const Deck& deck, const QString& key) const {
     return place(deck.where(), deck.section, key, deck.player, deck.number);
 }
 
+bool Context::hasProperty(QStringView name) const {
+    for (const QString& known : propertyNames) {
+        if (known == name)
+            return true;
+    }
+    return false;
+}
+
 void Context::add(Severity severity, const Place& where, const QString& message) {
     findings.push_back({severity, where, message});
 }
@@ -72,15 +80,15 @@ void Context::add(Severity severity, const Place& where, const QString& message)
 ImageLookup Context::lookUpImage(const QString& name) {
     if (name.isEmpty() || !images.problem.isEmpty())
         return {};
-    // The name may point into a line of the file: the set keeps the name on disk.
-    if (const auto found = images.files.constFind(name); found != images.files.cend()) {
-        images.used.insert(*found);
-        return {ImageState::Found, *found};
+    // The name may point into a line of the file: the map keeps the name on disk.
+    if (const auto found = images.files.find(name); found != images.files.end()) {
+        *found = true;
+        return {ImageState::Found, found.key()};
     }
     const auto folded = images.byFoldedName.constFind(name.toLower());
     if (folded == images.byFoldedName.cend())
         return {ImageState::Missing, QString()};
-    images.used.insert(*folded);
+    images.files[*folded] = true;
     return {ImageState::OtherCase, *folded};
 }
 
@@ -131,19 +139,46 @@ QStringList fileNames(const QString& folder) {
     return names;
 }
 
+// Whether a name ends in a suffix given in lower case, letter case aside. Two
+// thousand names each ask several times, and Qt's comparison folds every
+// character the long way; for ASCII, folding is plain lower case.
+bool endsWithNoCase(const QString& name, QLatin1String suffix) {
+    const qsizetype n = suffix.size();
+    if (name.size() < n)
+        return false;
+    const QChar* tail = name.constData() + name.size() - n;
+    for (qsizetype i = 0; i < n; ++i) {
+        char16_t c = tail[i].unicode();
+        if (c >= 0x80)
+            return name.endsWith(suffix, Qt::CaseInsensitive);
+        if (c >= u'A' && c <= u'Z')
+            c = static_cast<char16_t>(c - u'A' + u'a');
+        if (c != suffix[i].unicode())
+            return false;
+    }
+    return true;
+}
+
 bool isImageName(const QString& name) {
-    return name.endsWith(QLatin1String(".bmp"), Qt::CaseInsensitive) ||
-           name.endsWith(QLatin1String(".jpg"), Qt::CaseInsensitive) ||
-           name.endsWith(QLatin1String(".gif"), Qt::CaseInsensitive);
+    return endsWithNoCase(name, QLatin1String(".bmp")) ||
+           endsWithNoCase(name, QLatin1String(".jpg")) ||
+           endsWithNoCase(name, QLatin1String(".gif"));
 }
 
 // Pictures that drawing programs save and that a designer may expect among
 // the cards; the wizard lists none of them.
 bool isOtherPicture(const QString& name) {
-    static const QSet<QString> kinds = {"png", "jpeg", "jpe", "tif", "tiff", "webp",
+    static const char* const kinds[] = {"png", "jpeg", "jpe", "tif", "tiff", "webp",
                                         "svg", "ico", "tga", "pcx", "psd", "xcf"};
     const qsizetype dot = name.lastIndexOf(QLatin1Char('.'));
-    return dot >= 0 && name.size() - dot <= 5 && kinds.contains(name.mid(dot + 1).toLower());
+    if (dot < 0 || name.size() - dot > 5)
+        return false;
+    const QString kind = name.mid(dot + 1).toLower();
+    for (const char* known : kinds) {
+        if (kind == QLatin1String(known))
+            return true;
+    }
+    return false;
 }
 
 void listImageFolder(Context& c, const QString& folderName) {
@@ -167,7 +202,7 @@ void listImageFolder(Context& c, const QString& folderName) {
     images.files.reserve(names.size());
     images.byFoldedName.reserve(names.size());
     for (const QString& name : names) {
-        images.files.insert(name);
+        images.files.insert(name, false);
         images.byFoldedName.insert(name.toLower(), name);
         if (isImageName(name))
             images.images.append(name);
@@ -254,7 +289,7 @@ void checkUnusedImages(Context& c) {
     const Place directory =
         c.place(Where::Game, game::section::game(), QStringLiteral("directory"));
     for (const QString& image : std::as_const(c.images.images)) {
-        if (!c.images.used.contains(image))
+        if (!c.images.files.value(image))
             c.add(
                 Severity::Warning,
                 directory,

@@ -64,7 +64,8 @@ void checkPropertyLists(Context& c) {
                       who + QStringLiteral(" names the property ") + quoted(property) +
                           QStringLiteral(" twice"));
             inList.insert(property);
-            c.propertyNames.insert(property);
+            if (!c.hasProperty(property))
+                c.propertyNames.append(property);
         }
     }
 }
@@ -95,7 +96,7 @@ void checkReports(Context& c) {
             c.add(Severity::Error, where,
                   who + QStringLiteral(" has the scope ") + quoted(scope) +
                       QStringLiteral(", which is none of \"ALL\", \"HAND\" and \"SELECTED\""));
-        if (!c.propertyNames.contains(property))
+        if (!c.hasProperty(property))
             c.add(Severity::Error, where,
                   who + QStringLiteral(" is on the property ") + quoted(property) +
                       QStringLiteral(", which stands in no property list"));
@@ -105,19 +106,36 @@ void checkReports(Context& c) {
 namespace {
 
 struct Numbered {
-    QString prefix;
+    QStringView prefix; // as spelled
     int number = 0;
 };
 
 // "card12" -> {"card", 12}; nothing for a key without a number at its end.
-// Done by hand: it runs on every key of the file.
+// Done by hand, without copies: it runs on every key of the file.
 std::optional<Numbered> numberedKey(const QString& key) {
     qsizetype digits = key.size();
     while (digits > 0 && key[digits - 1].isDigit() && key[digits - 1].unicode() < 128)
         --digits;
     if (digits == 0 || digits == key.size() || key.size() - digits > 9)
         return std::nullopt;
-    return Numbered{key.left(digits).toLower(), key.mid(digits).toInt()};
+    int number = 0;
+    for (qsizetype i = digits; i < key.size(); ++i)
+        number = number * 10 + (key[i].unicode() - u'0');
+    return Numbered{QStringView(key).left(digits), number};
+}
+
+// Whether a prefix in lower case is the key's prefix in lower case.
+bool samePrefix(QStringView spelled, const QString& lower) {
+    if (spelled.size() != lower.size())
+        return spelled.toString().toLower() == lower; // lower case may change the length
+    for (qsizetype i = 0; i < spelled.size(); ++i) {
+        const char16_t c = spelled[i].unicode();
+        if (c >= 0x80)
+            return spelled.toString().toLower() == lower;
+        if ((c >= u'A' && c <= u'Z' ? c - u'A' + u'a' : c) != lower[i].unicode())
+            return false;
+    }
+    return true;
 }
 
 void leftoverKeys(Context& c, const LineIndex::Section& section, const QString& prefix, int inUse,
@@ -125,7 +143,7 @@ void leftoverKeys(Context& c, const LineIndex::Section& section, const QString& 
     int count = 0;
     for (const LineIndex::Key& key : section.keys) {
         const auto n = numberedKey(key.name);
-        if (!n || n->prefix != prefix || n->number <= inUse)
+        if (!n || n->number <= inUse || !samePrefix(n->prefix, prefix))
             continue;
         if (count++ == 0)
             where.line = key.line;
