@@ -3,6 +3,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QStringBuilder>
 
 namespace check {
 
@@ -33,8 +34,9 @@ QString whereName(Where where) {
 }
 
 QString findingLine(const GameReport& report, const Finding& finding) {
-    return report.file + QLatin1Char(':') + QString::number(finding.place.line) +
-           QStringLiteral(": ") + severityName(finding.severity) + QStringLiteral(": ") +
+    // Built in one piece (%): a large game has thousands of findings.
+    return report.file % QLatin1Char(':') % QString::number(finding.place.line) %
+           QLatin1String(": ") % severityName(finding.severity) % QLatin1String(": ") %
            finding.message;
 }
 

@@ -7,6 +7,7 @@
 #include "check/ReportText.h"
 
 #include <QFileInfo>
+#include <QStringBuilder>
 #include <QStringList>
 
 #include <algorithm>
@@ -125,7 +126,7 @@ int main(int argc, char** argv) {
         // thousands of findings.
         QString lines;
         for (const check::Finding& f : r.findings)
-            lines += check::findingLine(r, f) + QLatin1Char('\n');
+            lines += check::findingLine(r, f) % QLatin1Char('\n');
         write(stdout, lines.toLocal8Bit());
     }
     if (json) {
