@@ -1,65 +1,33 @@
 // The window around the pages: zoom, the status bar, New game, the title's
 // mark and About, through the menu's own entries.
 
+#include "ProgramTest.h"
 #include "desktop/AboutForm.h"
 #include "desktop/Desktop.h"
-#include "runtime/Runtime.h"
-#include "wizard/Globals.h"
-#include "wizard/MainForm.h"
-#include "app/Program.h"
 
 #include <QAction>
-#include <QApplication>
-#include <QDir>
-#include <QFile>
 #include <QLabel>
 #include <QScreen>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QTimer>
-#include <gtest/gtest.h>
 
 namespace {
 
-class Desktop : public ::testing::Test {
+class Desktop : public WindowTest {
 protected:
     void SetUp() override {
-        rt::installInteractiveSupport();
-        rt::setAppPath(dir.path());
-        rt::hooks().msgBox = [this](const QString& text, int) { messages << text; };
-        QDir(dir.path()).mkdir("cards");
-        write("Duel.game", "[GAME]\r\nname=Duel\r\ndescription=Two sides\r\ndirectory=cards\r\nplayers=1\r\n"
-                           "common_decks=1\r\n[Player 1]\r\nname=Ann\r\n[COMMON 1]\r\n"
-                           "decksize=1\r\ncard1=a.bmp\r\n");
-        QImage picture(20, 30, QImage::Format_RGB32);
-        picture.fill(Qt::darkGreen);
-        ASSERT_TRUE(picture.save(dir.filePath("cards/a.bmp")));
-        form = static_cast<MainForm*>(wizard::startProgram());
+        WindowTest::SetUp();
+        file("Duel.game", "[GAME]\r\nname=Duel\r\ndescription=Two sides\r\ndirectory=cards\r\n"
+                          "players=1\r\ncommon_decks=1\r\n[Player 1]\r\nname=Ann\r\n[COMMON 1]\r\n"
+                          "decksize=1\r\ncard1=a.bmp\r\n");
+        image("cards/a.bmp", 20, 30);
+        show();
         QApplication::setActiveWindow(form);
         ASSERT_TRUE(QTest::qWaitForWindowActive(form));
-    }
-    void TearDown() override {
-        rt::hooks().modalWait = nullptr;
-        wizard::stopProgram();
-        rt::hooks().msgBox = nullptr;
-    }
-    void write(const char* name, const QByteArray& bytes) {
-        QFile f(dir.filePath(name));
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(bytes);
-    }
-    QByteArray read(const char* name) {
-        QFile f(dir.filePath(name));
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
     }
     void trigger(const char* entry) {
         auto* action = mainForm()->findChild<QAction*>(QString::fromLatin1(entry));
         ASSERT_NE(action, nullptr) << entry;
         action->trigger();
     }
-    QTemporaryDir dir;
-    QStringList messages;
-    MainForm* form = nullptr;
 };
 
 } // namespace
@@ -136,7 +104,7 @@ TEST_F(Desktop, NewGameForgetsThePagesAndClosesWhatPointsAtThem) {
     form->commonList->userDblClick();
     ASSERT_NE(rt::loadedForm("CardDetailForm"), nullptr);
     form->PLname[0]->setText("Bea");
-    write("Other.game", "");
+    file("Other.game");
     const QByteArray before = read("Duel.game");
 
     // Not while a form waits for its answer.

@@ -36,6 +36,10 @@ protected:
         EXPECT_TRUE(f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size()) << name;
         return where;
     }
+    QByteArray read(const QString& name) const {
+        QFile f(dir.filePath(name));
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+    }
     void image(const QString& name, int w, int h) {
         QImage picture(w, h, QImage::Format_RGB32);
         picture.fill(Qt::darkGreen);
@@ -57,7 +61,13 @@ protected:
     }
     void show() { start()->activateWindow(); }
 
-    static void click(const rt::Control* c) { QTest::mouseClick(c->widget(), Qt::LeftButton); }
+    // A click as the mouse sends it: to the window, which hands it down to the
+    // widget under the pointer after moving the focus there.
+    static void click(const rt::Control* c) {
+        QWidget* w = c->widget();
+        QTest::mouseClick(w->window()->windowHandle(), Qt::LeftButton, {},
+                          w->mapTo(w->window(), w->rect().center()));
+    }
     static void type(const rt::Control* c, const QString& text) {
         QTest::keyClicks(c->widget(), text);
     }

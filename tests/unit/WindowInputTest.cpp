@@ -2,52 +2,24 @@
 // Qt moves the focus on its way to the widget, so a Validate that refuses must
 // be seen there, or a click gets past it.
 
+#include "ProgramTest.h"
 #include "game/GameFile.h"
-#include "runtime/Runtime.h"
-#include "wizard/Globals.h"
-#include "wizard/MainForm.h"
-#include "app/Program.h"
-
-#include <QApplication>
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-#include <QTest>
-#include <gtest/gtest.h>
 
 namespace {
 
-class WindowInput : public ::testing::Test {
+class WindowInput : public WindowTest {
 protected:
     void SetUp() override {
-        rt::installInteractiveSupport();
-        rt::setAppPath(dir.path());
-        rt::hooks().msgBox = [this](const QString& text, int) { messages << text; };
-        QDir(dir.path()).mkdir("cards");
-        QFile file(dir.filePath("Duel.game"));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write("[GAME]\r\ndescription=Two sides\r\ndirectory=cards\r\nplayers=2\r\ncommon_decks=1\r\n"
-                   "[Player 1]\r\nname=Ann\r\n");
-        file.close();
-        form = static_cast<MainForm*>(wizard::startProgram());
+        WindowTest::SetUp();
+        file("cards/.keep");
+        file("Duel.game", "[GAME]\r\ndescription=Two sides\r\ndirectory=cards\r\nplayers=2\r\n"
+                          "common_decks=1\r\n[Player 1]\r\nname=Ann\r\n");
+        show();
         QApplication::setActiveWindow(form);
         ASSERT_TRUE(QTest::qWaitForWindowActive(form));
     }
-    void TearDown() override {
-        wizard::stopProgram();
-        rt::hooks().msgBox = nullptr;
-    }
-    // A click at the middle of a control, sent to the window as the mouse sends it.
-    void click(rt::Control* c) {
-        QWidget* w = c->widget();
-        QTest::mouseClick(form->windowHandle(), Qt::LeftButton, {},
-                          w->mapTo(form, w->rect().center()));
-    }
-    void keys(const QString& text) { QTest::keyClicks(QApplication::focusWidget(), text); }
+    void keys(const QString& text) { QTest::keyClicks(focused(form), text); }
     void key(Qt::Key k) { QTest::keyClick(form->windowHandle(), k); }
-    QTemporaryDir dir;
-    QStringList messages;
-    MainForm* form = nullptr;
 };
 
 } // namespace
@@ -131,4 +103,52 @@ TEST_F(WindowInput, TheKeyboardAloneWalksThePages) {
     click(form->PrevStep);
     EXPECT_EQ(Globals::CurrentFrame, game::page::Properties);
     EXPECT_TRUE(messages.isEmpty());
+}
+
+TEST_F(WindowInput, ThePlayerPageTheIndexAndTheDialogsByMouseAndKeys) {
+    image("cards/table.bmp", 8, 8);
+    click(form->NameTXT);
+    keys("Duel");
+    click(form->DirName);
+    // The desktop picker: a row double clicked is the choice.
+    whileModal([this] {
+        rt::Form* picker = rt::loadedForm("ShowImgList");
+        ASSERT_NE(picker, nullptr);
+        doubleClickRow(picker->control("File1"), 0);
+    });
+    click(form->SetDesktopImage);
+    EXPECT_EQ(form->DeskTopImage->Caption(), "table.bmp");
+    // A window manager gives the main window back its activation; offscreen, the test does.
+    QApplication::setActiveWindow(form);
+
+    click(form->NextStep);
+    click(form->PL_data[0]);
+    ASSERT_EQ(Globals::CurrentFrame, game::page::PlayersDetail);
+    click(form->NumPLdecks);
+    keys("1");
+    ASSERT_TRUE(form->ShowPlayerDeck[0]->Visible());
+    click(form->ShowPlayerDeck[0]);
+    ASSERT_EQ(Globals::CurrentFrame, game::page::DecksDetail);
+    whileModal([this] {
+        rt::Form* options = rt::loadedForm("AdvancedDeckPropForm");
+        ASSERT_NE(options, nullptr);
+        click(options->control("ViewDiscardOpt"));
+        options->close();
+    });
+    click(form->Command9);
+    EXPECT_TRUE(read("Duel.game").contains("[DECK 1 PLAYER 1]\r\nsplit=false\r\nviewDiscard=false\r\n"))
+        << "the ticked box reads \"examined\", which the file says as false";
+    QApplication::setActiveWindow(form);
+
+    // The index: a double click on a row goes there.
+    whileModal([this] {
+        rt::Form* index = rt::loadedForm("TreeForm");
+        ASSERT_NE(index, nullptr);
+        doubleClickRow(index->control("GameList"), 0);
+        if (!index->isUnloaded())
+            index->close();
+    });
+    click(form->TreeBtn);
+    EXPECT_EQ(Globals::CurrentFrame, game::page::GeneralInfo);
+    EXPECT_TRUE(messages.isEmpty()) << messages.join('|').toStdString();
 }
