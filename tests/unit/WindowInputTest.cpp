@@ -45,6 +45,7 @@ TEST_F(WindowInput, ARefusedNumberHoldsAgainstTheMouseOnEveryPage) {
     }
     EXPECT_EQ(messages.size(), 4);
     click(form->Wiz[1]);
+    EXPECT_EQ(QApplication::focusWidget(), form->PlNum->widget()) << "a bare spot took the focus";
     click(form->TreeBtn);
     EXPECT_EQ(QApplication::focusWidget(), form->PlNum->widget()) << "the page took the focus";
     EXPECT_EQ(rt::loadedForm("TreeForm"), nullptr);
