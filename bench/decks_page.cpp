@@ -4,12 +4,12 @@
 
 #include "LargestGame.h"
 #include "WizardBenchMain.h"
+#include "app/Program.h"
 #include "decks/ShowCrdForm.h"
 #include "runtime/Runtime.h"
 #include "store/ProfileStore.h"
 #include "wizard/Globals.h"
 #include "wizard/MainForm.h"
-#include "app/Program.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -140,7 +140,7 @@ void BM_SaveDeckStore(benchmark::State& state) {
         store::WriteBatch batch;
         saveDeck(round, [&](const QByteArray& key, const QByteArray& value) {
             store::WriteProfileValue(kDeck, QString::fromLatin1(key), QString::fromLatin1(value),
-                                       game.path);
+                                     game.path);
         });
     }
     g_storeSaveNs =

@@ -1,16 +1,16 @@
 #include "app/Program.h"
 
 #include "decks/CardDetailForm.h"
-#include "desktop/Desktop.h"
 #include "decks/DeckPropForm.h"
 #include "decks/ShowCrdForm.h"
 #include "decks/ShowImgList.h"
+#include "desktop/Desktop.h"
 #include "guidance/GameCheckForm.h"
 #include "guidance/TreeForm.h"
 #include "runtime/Runtime.h"
-#include "wizard/CheckForm.h"
 #include "store/ProfileStore.h"
 #include "wizard/Catalogue.h"
+#include "wizard/CheckForm.h"
 #include "wizard/Globals.h"
 #include "wizard/MainForm.h"
 

@@ -1,8 +1,8 @@
 // The title's mark of edits that Save has not written. Finding them means a
 // save into a scratch copy, so it runs once the user pauses, not at each key.
 
-#include "desktop/Desktop.h"
 #include "desktop/UnsavedMark.h"
+#include "desktop/Desktop.h"
 
 #include "runtime/Runtime.h"
 #include "wizard/MainForm.h"

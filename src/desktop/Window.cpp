@@ -2,8 +2,8 @@
 // Each entry presses the button it stands for; the features that come later
 // hang their own menus here.
 
-#include "desktop/Desktop.h"
 #include "desktop/AboutForm.h"
+#include "desktop/Desktop.h"
 #include "desktop/UnsavedMark.h"
 #include "desktop/Zoom.h"
 
@@ -18,8 +18,8 @@
 namespace desktop {
 namespace {
 
-QAction* entry(QMenu* menu, const QString& text, const QList<QKeySequence>& keys,
-               const char* name, std::function<void()> run) {
+QAction* entry(QMenu* menu, const QString& text, const QList<QKeySequence>& keys, const char* name,
+               std::function<void()> run) {
     QAction* action = menu->addAction(text);
     action->setObjectName(QString::fromLatin1(name));
     action->setShortcuts(keys);
@@ -84,15 +84,15 @@ void dress(MainForm* form) {
     form->installEventFilter(fit);
     QMenu* view = bar->addMenu(QStringLiteral("&View"));
     entry(view, QStringLiteral("Zoom &in"),
-          {QKeySequence(QKeySequence::ZoomIn), QKeySequence(Qt::CTRL | Qt::Key_Equal)},
-          "zoomIn", [f] { zoomStep(f, +1); });
+          {QKeySequence(QKeySequence::ZoomIn), QKeySequence(Qt::CTRL | Qt::Key_Equal)}, "zoomIn",
+          [f] { zoomStep(f, +1); });
     entry(view, QStringLiteral("Zoom &out"), {QKeySequence(QKeySequence::ZoomOut)}, "zoomOut",
           [f] { zoomStep(f, -1); });
-    entry(view, QStringLiteral("&Actual size"), {QKeySequence(Qt::CTRL | Qt::Key_0)},
-          "zoomActual", [f] { zoomStep(f, 0); });
+    entry(view, QStringLiteral("&Actual size"), {QKeySequence(Qt::CTRL | Qt::Key_0)}, "zoomActual",
+          [f] { zoomStep(f, 0); });
     view->addSeparator();
-    QAction* fitEntry = entry(view, QStringLiteral("&Fill a maximised window"), {}, "zoomFit",
-                              [] {});
+    QAction* fitEntry =
+        entry(view, QStringLiteral("&Fill a maximised window"), {}, "zoomFit", [] {});
     fitEntry->setCheckable(true);
     fitEntry->setChecked(fit->fit);
     QObject::connect(fitEntry, &QAction::toggled, fit, [fit](bool on) { fit->fit = on; });

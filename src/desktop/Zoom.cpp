@@ -1,8 +1,8 @@
 // Zoom of the main form: text, lists and pictures grow together, by steps, and
 // a maximised window can take the zoom that fills it.
 
-#include "desktop/Desktop.h"
 #include "desktop/Zoom.h"
+#include "desktop/Desktop.h"
 
 #include "runtime/Runtime.h"
 #include "wizard/MainForm.h"

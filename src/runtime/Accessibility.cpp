@@ -55,7 +55,8 @@ struct Place {
 Place placeOf(const Control& c, const Form& form,
               const std::vector<std::unique_ptr<Control>>& all) {
     Place place{c.widget(), 0, c.Top(), c.Left()};
-    for (QWidget* w = c.widget()->parentWidget(); w && w != &form && w != form.client(); w = w->parentWidget()) {
+    for (QWidget* w = c.widget()->parentWidget(); w && w != &form && w != form.client();
+         w = w->parentWidget()) {
         place.container = w;
         for (const auto& other : all) {
             if (other->widget() == w) {
@@ -73,7 +74,8 @@ Place placeOf(const Control& c, const Form& form,
 
 QString containerCaption(const Control& c, const Form& form,
                          const std::vector<std::unique_ptr<Control>>& all) {
-    for (QWidget* w = c.widget()->parentWidget(); w && w != &form && w != form.client(); w = w->parentWidget())
+    for (QWidget* w = c.widget()->parentWidget(); w && w != &form && w != form.client();
+         w = w->parentWidget())
         for (const auto& other : all)
             if (other->widget() == w && other->kind() == Kind::Frame)
                 return static_cast<const Frame*>(other.get())->Caption();

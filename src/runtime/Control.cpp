@@ -186,6 +186,4 @@ void Control::userKey(int ascii) {
 void Control::applyKey(int) {}
 void Control::userEdit(const QString&) {}
 
-
-
 } // namespace rt

@@ -92,8 +92,6 @@ void CheckBox::userClick() {
     setValue(1 - m_value);
 }
 
-
-
 // ---- captions ---------------------------------------------------------------
 
 void CaptionedControl::setCaption(const QString& caption) {
@@ -101,8 +99,6 @@ void CaptionedControl::setCaption(const QString& caption) {
     showCaption(caption);
     captionChanged(*this, caption);
 }
-
-
 
 // ---- Label ------------------------------------------------------------------
 
@@ -226,8 +222,6 @@ void PictureBox::setPicture(const QImage& image, const QString& path) {
     m_canvas->update();
 }
 
-
-
 // ---- CommonDialog -----------------------------------------------------------
 
 static QWidget* makeHidden(QWidget* parent) {
@@ -248,7 +242,5 @@ void CommonDialog::ShowOpen() {
 QString CommonDialog::FileTitle() const {
     return m_fileName.isEmpty() ? QString() : QFileInfo(m_fileName).fileName();
 }
-
-
 
 } // namespace rt

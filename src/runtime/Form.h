@@ -111,7 +111,7 @@ private:
     bool m_unloaded = false;
     bool m_modal = false;
     bool m_shownOnce = false;
-    bool m_markable = false; // the title holds the place of the mark
+    bool m_markable = false;           // the title holds the place of the mark
     int m_clientWidth, m_clientHeight; // twips as last set
     int m_width = -1, m_height = -1;   // outer size in twips as last set, -1 for none
 };

@@ -7,8 +7,8 @@
 #include "wizard/Globals.h"
 
 #include <QApplication>
-#include <QPointer>
 #include <QLabel>
+#include <QPointer>
 
 namespace {
 QPointer<MainForm> g_mainForm;

@@ -1,9 +1,9 @@
 // The window around the pages: zoom, the status bar, New game, the title's
 // mark and About, through the menu's own entries.
 
+#include "desktop/Desktop.h"
 #include "ProgramTest.h"
 #include "desktop/AboutForm.h"
-#include "desktop/Desktop.h"
 
 #include <QAction>
 #include <QLabel>
@@ -54,7 +54,8 @@ TEST_F(Desktop, ZoomGrowsThePageButNotTheLengthsTheProgramReads) {
     for (int i = 0; i < 30; ++i)
         desktop::zoomStep(form, +1);
     EXPECT_GE(form->zoom(), 1.25);
-    EXPECT_TRUE(form->screen()->availableGeometry().contains(QRect(QPoint(), form->frameGeometry().size())))
+    EXPECT_TRUE(
+        form->screen()->availableGeometry().contains(QRect(QPoint(), form->frameGeometry().size())))
         << "the window outgrew the screen";
     form->setZoom(40);
     EXPECT_DOUBLE_EQ(form->zoom(), rt::Form::MaxZoom);
@@ -87,7 +88,8 @@ TEST_F(Desktop, TheStatusBarShowsAnyMessageOnOneLineAndKeepsItsText) {
     auto* label = qobject_cast<QLabel*>(form->statusLine->widget());
     ASSERT_NE(label, nullptr);
     EXPECT_FALSE(label->text().contains('\n'));
-    EXPECT_TRUE(label->text().startsWith("Could not save /tmp/x/Skirmish.game: the file is read-only. second"));
+    EXPECT_TRUE(label->text().startsWith(
+        "Could not save /tmp/x/Skirmish.game: the file is read-only. second"));
     EXPECT_EQ(label->toolTip(), message);
     EXPECT_TRUE(label->isVisible());
     EXPECT_EQ(form->width(), width) << "a long message widened the window";

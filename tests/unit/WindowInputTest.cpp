@@ -137,7 +137,8 @@ TEST_F(WindowInput, ThePlayerPageTheIndexAndTheDialogsByMouseAndKeys) {
         options->close();
     });
     click(form->Command9);
-    EXPECT_TRUE(read("Duel.game").contains("[DECK 1 PLAYER 1]\r\nsplit=false\r\nviewDiscard=false\r\n"))
+    EXPECT_TRUE(
+        read("Duel.game").contains("[DECK 1 PLAYER 1]\r\nsplit=false\r\nviewDiscard=false\r\n"))
         << "the ticked box reads \"examined\", which the file says as false";
     QApplication::setActiveWindow(form);
 

@@ -3,19 +3,19 @@
 
 #include "tools/scenario/Runner.h"
 
-#include "testing/ControlProperties.h"
 #include "runtime/Form.h"
 #include "runtime/Runtime.h"
+#include "testing/ControlProperties.h"
 #include "testing/Variables.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDir>
-#include <QTest>
-#include <QApplication>
 #include <QFileInfo>
 #include <QPixmap>
 #include <QPointer>
+#include <QTest>
 
 namespace scenario {
 namespace {

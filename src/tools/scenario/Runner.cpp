@@ -1,14 +1,14 @@
 #include "tools/scenario/Runner.h"
 
-#include "testing/ControlProperties.h"
+#include "app/Program.h"
 #include "runtime/Form.h"
 #include "runtime/Runtime.h"
 #include "store/ProfileStore.h"
+#include "testing/ControlProperties.h"
+#include "testing/Variables.h"
 #include "tools/imagegen/ImageFiles.h"
 #include "tools/scenario/Compare.h"
 #include "tools/scenario/ProfileLookup.h"
-#include "app/Program.h"
-#include "testing/Variables.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
@@ -230,9 +230,8 @@ void Runner::setUp(const Statement& s) {
         for (int n = s.first; n <= s.last; ++n) {
             Statement one = s;
             one.op = s.op == Op::Files ? Op::Write : Op::Image;
-            one.path = QString(s.path).replace(at, width,
-                                               QStringLiteral("%1").arg(n, int(width), 10,
-                                                                        QLatin1Char('0')));
+            one.path = QString(s.path).replace(
+                at, width, QStringLiteral("%1").arg(n, int(width), 10, QLatin1Char('0')));
             setUp(one);
             if (m_failed)
                 return;

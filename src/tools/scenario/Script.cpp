@@ -19,7 +19,7 @@ Value Value::fromBytes(const QByteArray& bytes) {
     // The same bytes in the game file would read as this text, so a scenario
     // string and a value from the file compare as the program sees them.
     v.text = store::detail::decodeText(bytes.constData(), bytes.size(),
-                                                store::detail::FileEncoding::Ansi);
+                                       store::detail::FileEncoding::Ansi);
     return v;
 }
 
