@@ -1,6 +1,7 @@
 // The decks in use: their images, their cards, what they deal.
 
 #include "check/CheckContext.h"
+#include "game/CardEntry.h"
 #include "game/Conversions.h"
 #include "game/GameFile.h"
 
@@ -26,21 +27,12 @@ qsizetype find(QStringView text, char16_t c, qsizetype from = 0) {
     return it == text.end() ? -1 : it - text.begin();
 }
 
-// The reading of readCardEntry, done on the line's own text: it runs for
-// every card of the game, and copies of each part showed in profiles.
+// The wizard's reading of an entry, on the line's own text; a count past
+// the largest a row holds is kept as such for its finding.
 Entry readEntry(QStringView text) {
-    const bool counted = text.size() >= 2 && text[0] == u'(' && text[1] == u'x';
-    const qsizetype close = counted ? find(text, u')') : -1;
-    if (close < 0)
-        return {1, text.toString()};
-    const QStringView rest = text.mid(2);
-    const double copies = conv::Val(QString::fromRawData(rest.data(), rest.size()));
-    QStringView name = text.mid(close + 1);
-    while (name.startsWith(u' '))
-        name = name.mid(1);
-    while (name.endsWith(u' '))
-        name.chop(1);
-    return {copies > kMaxCopies ? kMaxCopies + 1 : conv::CInt(copies), name.toString()};
+    const CardEntryParts parts = cardEntryParts(text);
+    return {parts.copies > kMaxCopies ? kMaxCopies + 1 : conv::CInt(parts.copies),
+            parts.name.toString()};
 }
 
 // The keys card1 to card200, made once instead of once for each deck.
@@ -170,10 +162,10 @@ void checkDeck(Context& c, const Deck& deck) {
     if (!c.index.section(deck.section)) {
         // Point at the count that put the deck in use.
         Place where = c.place(deck);
-        where.line = deck.common
-                         ? c.index.lineOf(game::section::game(), QStringLiteral("common_decks"))
-                         : c.index.lineOf(game::section::player(deck.player),
-                                          QStringLiteral("decks"));
+        where.line =
+            deck.common
+                ? c.index.lineOf(game::section::game(), QStringLiteral("common_decks"))
+                : c.index.lineOf(game::section::player(deck.player), QStringLiteral("decks"));
         c.add(Severity::Warning, where,
               Words + QStringLiteral(" is in use but has never been saved: it has no cards"));
         return;
