@@ -57,18 +57,4 @@ protected:
     QTemporaryDir dir;
 };
 
-// A game that passes every rule; tests name its lines by number, as commented, to put faults in.
-inline QStringList cleanGame() {
-    return QStringLiteral(
-               "[GAME]\nname=g\nplayers=2\ndirectory=img\ncommon_decks=1\ndesktop=table.bmp\n" // 1
-               "[Player 1]\nname=North\ndecks=1\n[Player 2]\nname=South\ndecks=0\n"            // 7
-               "[COMMON 1]\ndecksize=2\nimg_back=back.bmp\nimg_discard=pile.bmp\n"             // 13
-               "deal=2\ncard1=(x3)a.bmp,,Value=3\ncard2=b.bmp\n"                               // 17
-               "[DECK 1 PLAYER 1]\ndecksize=1\nimg_back=back.bmp\nimg_discard=pile.bmp\n"      // 20
-               "deal=1\ncard1=c.jpg\n"                                                         // 24
-               "[PROP LISTS]\ntotal=1\nlist1=Figures,Value,Colour\n"                           // 26
-               "[REPORTS]\nnum_reports=1\nreport1=Total,SUM,HAND,TRUE,Value")                  // 29
-        .split(QLatin1Char('\n'));
-}
-
 } // namespace checktest

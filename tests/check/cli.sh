@@ -13,8 +13,7 @@ app="$work/app"
 "$2" "$app" >/dev/null 2>&1 || fail "the sample game could not be made"
 cp -r "$app/Duel.game" "$app/duelcards" "$work/" || fail "no sample game in $app"
 out=$("$check" "$work/Duel.game"); status=$?
-[ $status -eq 0 ] || fail "the sample game: status $status, findings:
-$out"
+[ $status -eq 0 ] || fail "the sample game: status $status, findings: $out"
 echo "$out" | grep -qx "0 errors, 0 warnings, 0 notes in 1 file" || fail "sample summary: $out"
 
 # A finding of each severity; the rules' texts are held by the unit tests.
@@ -30,8 +29,7 @@ for expected in \
     ': warning: The desktop image names "TABLE.BMP", but the file is "table.bmp"' \
     ': error: The cards to deal of common deck 1 are "lots", not a whole number' \
     ': note: [COMMON 9] is above the number of common decks'; do
-  echo "$out" | grep -F -q "$expected" || fail "missing finding '$expected' in:
-$out"
+  echo "$out" | grep -F -q "$expected" || fail "missing finding '$expected' in: $out"
 done
 echo "$out" | grep -q '^'"$work"'/Broken.game:[0-9][0-9]*: error: ' || fail "no FILE:LINE: form: $out"
 
@@ -48,7 +46,6 @@ out=$("$check" "$work/Warned.game"); status=$?
 echo "$out" | grep -q "0 errors, 1 warning, 1 note" || fail "warnings and notes: $out"
 
 for args in "$work/none.game" "" "--frobnicate $work/Duel.game"; do
-  # shellcheck disable=SC2086
   "$check" $args >/dev/null 2>&1; status=$?
   [ $status -eq 2 ] || fail "'$args': status $status"
 done

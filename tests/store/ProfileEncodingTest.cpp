@@ -15,7 +15,7 @@ QByteArray utf16(const QString& text, bool bigEndian) {
 
 } // namespace
 
-TEST_F(StoreTest, Utf16FilesReadAndWriteInTheirOwnEncodingButBrokenOnesAreNeverWrittenInto) {
+TEST_F(StoreTest, EachFileKeepsItsEncodingAndTextCrossesAsWindows1252UnlessUtf) {
     for (const bool bigEndian : {false, true}) {
         SCOPED_TRACE(bigEndian ? "big-endian" : "little-endian");
         const QString file = path(bigEndian ? "be.game" : "le.game");
@@ -63,9 +63,7 @@ TEST_F(StoreTest, Utf16FilesReadAndWriteInTheirOwnEncodingButBrokenOnesAreNeverW
     put(utf8, "\xEF\xBB\xBF[s]\r\nbad=\xFF\xC3\r\nk=1\r\n");
     ASSERT_EQ(save("s", "k", "2", utf8), 1);
     EXPECT_EQ(bytesOf(utf8), "\xEF\xBB\xBF[s]\r\nbad=\xFF\xC3\r\nk=2\r\n");
-}
 
-TEST_F(StoreTest, TextCrossesAsWindows1252UnlessTheFileIsUtf8) {
     // U+00FF is the last character that maps to itself; U+0100 has no place.
     const QString ansi = path("ansi.game");
     ASSERT_EQ(save("GAME", "name", QString::fromUtf8("€uro café Ω 😀 \u00fe\u00ff\u0100"), ansi), 1);
@@ -76,9 +74,9 @@ TEST_F(StoreTest, TextCrossesAsWindows1252UnlessTheFileIsUtf8) {
     put(ansi, "[GAME]\r\nq=\x93quoted\x94 \x81\r\n");
     EXPECT_EQ(ReadProfileValue("GAME", "q", ansi), QString::fromUtf8("“quoted” \u0081"));
 
-    const QString utf8 = path("utf8.game");
-    put(utf8, "\xEF\xBB\xBF[GAME]\r\nname=caf\xC3\xA9\r\n");
-    EXPECT_EQ(ReadProfileValue("GAME", "name", utf8), QString::fromUtf8("café"));
-    ASSERT_EQ(save("GAME", "name", QString::fromUtf8("Ω"), utf8), 1);
-    EXPECT_EQ(bytesOf(utf8), "\xEF\xBB\xBF[GAME]\r\nname=\xCE\xA9\r\n");
+    const QString bom = path("utf8.game");
+    put(bom, "\xEF\xBB\xBF[GAME]\r\nname=caf\xC3\xA9\r\n");
+    EXPECT_EQ(ReadProfileValue("GAME", "name", bom), QString::fromUtf8("café"));
+    ASSERT_EQ(save("GAME", "name", QString::fromUtf8("Ω"), bom), 1);
+    EXPECT_EQ(bytesOf(bom), "\xEF\xBB\xBF[GAME]\r\nname=\xCE\xA9\r\n");
 }

@@ -14,7 +14,7 @@ struct Lookup {
 
 } // namespace
 
-TEST_F(StoreTest, ReadsHandWrittenFilesAsWindowsDoesWhateverTheirLineEnds) {
+TEST_F(StoreTest, ReadsAsWindowsDoesWhateverTheLineEndsLengthsOrBytes) {
     const QString file = path("odd.game");
     put(file, "; name=before any header\r\n[ Game ]  \r\n  Name =  Duel  \r\n"
               "quoted=\"  padded  \"\r\nsingle='x'\r\nlonequote=\"\r\nmismatched=\"abc'\r\n"
@@ -57,30 +57,28 @@ TEST_F(StoreTest, ReadsHandWrittenFilesAsWindowsDoesWhateverTheirLineEnds) {
         EXPECT_EQ(ReadProfileValue("A", "y", ended), "2") << n;
     }
     EXPECT_EQ(ReadProfileValue("B", "z", path("3")), "3");
-}
 
-TEST_F(StoreTest, LongValuesNulBytesAndJunkNeverBreakAReader) {
     static const char kNulNames[] = "[s \0x]\r\nk=hidden\r\n[ t\0 ]\r\nk\0 =1\r\n"
                                     "key \0=2\r\n[t]\r\nk=second\r\n";
-    const QString file = path("long.game");
+    const QString longer = path("long.game");
     const QByteArray huge = QByteArray(3 * 1024 * 1024, 'h');
-    put(file, "[D]\r\nlong=" + QByteArray(300, 'v') + "\r\nhuge=" + huge + "\r\nnul=ab" +
-                  QByteArray(1, '\0') + "cd\r\nafter=ok\r\none=\"\r\n" +
-                  QByteArray(kNulNames, sizeof kNulNames - 1));
-    EXPECT_EQ(ReadProfileValue("D", "long", file), QString(254, u'v'));
-    EXPECT_EQ(ReadProfileValue("D", "huge", file), QString(254, u'h'));
-    EXPECT_EQ(ReadProfileValue("D", "one", file), "\"");
+    put(longer, "[D]\r\nlong=" + QByteArray(300, 'v') + "\r\nhuge=" + huge + "\r\nnul=ab" +
+                    QByteArray(1, '\0') + "cd\r\nafter=ok\r\none=\"\r\n" +
+                    QByteArray(kNulNames, sizeof kNulNames - 1));
+    EXPECT_EQ(ReadProfileValue("D", "long", longer), QString(254, u'v'));
+    EXPECT_EQ(ReadProfileValue("D", "huge", longer), QString(254, u'h'));
+    EXPECT_EQ(ReadProfileValue("D", "one", longer), "\"");
     // In quotes, only a text of exactly 254 loses a letter, as on Windows.
     for (const int n : {253, 254, 255}) {
         put(path("q.game"), "[q]\r\nv=\"" + QByteArray(n, 'q') + "\"\r\n");
         EXPECT_EQ(ReadProfileValue("q", "v", path("q.game")).size(), n == 255 ? 254 : 253) << n;
     }
-    EXPECT_EQ(ReadProfileValue("D", "nul", file), "ab");
-    EXPECT_EQ(ReadProfileValue("D", "after", file), "ok");
+    EXPECT_EQ(ReadProfileValue("D", "nul", longer), "ab");
+    EXPECT_EQ(ReadProfileValue("D", "after", longer), "ok");
     // A NUL ends a name after its blanks are gone: "[s \0x]" names "s ", "[ t\0 ]" names "t".
-    EXPECT_EQ(ReadProfileValue("s", "k", file), "");
-    EXPECT_EQ(ReadProfileValue("t", "k", file), "1");
-    EXPECT_EQ(ReadProfileValue("t", "key", file), "");
+    EXPECT_EQ(ReadProfileValue("s", "k", longer), "");
+    EXPECT_EQ(ReadProfileValue("t", "k", longer), "1");
+    EXPECT_EQ(ReadProfileValue("t", "key", longer), "");
 
     // Random bytes, weighted towards the characters the parser cares about.
     std::mt19937 rng(1234);

@@ -2,7 +2,7 @@
 
 #include "StoreTestSupport.h"
 
-TEST_F(StoreTest, WriteChangesOnlyTheLineOfTheKey) {
+TEST_F(StoreTest, AWriteChangesOnlyTheLineOfItsKeyAndNewOnesLandWhereWindowsPutsThem) {
     const QString file = path("keep.game");
     const QByteArray original =
         "; made by hand\r\n\r\n[GAME]\r\n  Name =  Duel  \r\nunknown=stays\r\n"
@@ -33,17 +33,15 @@ TEST_F(StoreTest, WriteChangesOnlyTheLineOfTheKey) {
     EXPECT_EQ(ReadProfileValue("GAME", "name", file), "Trio");
     EXPECT_EQ(ReadProfileValue("GAME", "players", file), "3");
     EXPECT_EQ(ReadProfileValue("player 2", "BARE", file), "now set");
-}
 
-TEST_F(StoreTest, NewFilesSectionsAndKeysLandWhereExpected) {
-    const QString file = path("new.game");
-    ASSERT_EQ(WriteProfileValue("GAME", "name", "Duel", file), 1);
-    ASSERT_EQ(WriteProfileValue("Player 1", "name", "North", file), 1);
-    ASSERT_EQ(WriteProfileValue("GAME", "players", "2", file), 1);
-    EXPECT_FALSE(QFile::exists(file)) << "nothing reaches the disk before the flush";
-    EXPECT_EQ(ReadProfileValue("game", "players", file), "2") << "a read sees the write at once";
+    const QString created = path("new.game");
+    ASSERT_EQ(WriteProfileValue("GAME", "name", "Duel", created), 1);
+    ASSERT_EQ(WriteProfileValue("Player 1", "name", "North", created), 1);
+    ASSERT_EQ(WriteProfileValue("GAME", "players", "2", created), 1);
+    EXPECT_FALSE(QFile::exists(created)) << "nothing reaches the disk before the flush";
+    EXPECT_EQ(ReadProfileValue("game", "players", created), "2") << "a read sees the write at once";
     FlushProfiles();
-    EXPECT_EQ(bytesOf(file), "[GAME]\r\nname=Duel\r\nplayers=2\r\n[Player 1]\r\nname=North\r\n");
+    EXPECT_EQ(bytesOf(created), "[GAME]\r\nname=Duel\r\nplayers=2\r\n[Player 1]\r\nname=North\r\n");
 
     // Each file keeps its own line ends, and gets one before a new section.
     const QString lf = path("lf.game");
@@ -65,7 +63,7 @@ TEST_F(StoreTest, NewFilesSectionsAndKeysLandWhereExpected) {
     }
 }
 
-TEST_F(StoreTest, ValuesGoInVerbatimAfterTheirLeadingBlanks) {
+TEST_F(StoreTest, ValuesAndNamesGoInAsWindowsWritesThem) {
     const QString file = path("values.game");
     ASSERT_EQ(WriteProfileValue("GAME", "empty", "", file), 1);
     ASSERT_EQ(WriteProfileValue("GAME", "padded", " \t text with = and \"quotes\" ", file), 1);
@@ -97,28 +95,26 @@ TEST_F(StoreTest, ValuesGoInVerbatimAfterTheirLeadingBlanks) {
     store::DropProfileCache();
     EXPECT_EQ(ReadProfileValue("Sneaky", "k", file), "v");
     EXPECT_EQ(ReadProfileValue("GAME", "late", file), "2");
-}
 
-// Windows writes any name it is given, and the file then says what it means.
-TEST_F(StoreTest, NamesGoInAsWindowsWritesThem) {
-    const QString file = path("names.game");
-    put(file, "top=1\r\n[GAME]\r\nname=Duel\r\nbad=first\r\n");
-    ASSERT_EQ(WriteProfileValue("GAME", "bad=key", "v", file), 1);
-    EXPECT_EQ(ReadProfileValue("GAME", "bad", file), "first") << "the first key of a name counts";
-    ASSERT_EQ(WriteProfileValue("GAME", ";semi", "s", file), 1);
-    ASSERT_EQ(WriteProfileValue("GAME", "[open", "o", file), 1);
-    ASSERT_EQ(WriteProfileValue("GAME", "line\nbreak", "b", file), 1);
-    ASSERT_EQ(WriteProfileValue("", "Top", "2", file), 1);
-    ASSERT_EQ(WriteProfileValue("", "second", "3", file), 1);
-    ASSERT_EQ(WriteProfileValue("GAME", "lead", QStringLiteral("\v\f\x1A\tvalue "), file), 1);
-    EXPECT_EQ(ReadProfileValue("GAME", "bad=key", file), "");
-    EXPECT_EQ(ReadProfileValue("GAME", ";semi", file), "s");
-    EXPECT_EQ(ReadProfileValue("GAME", "[open", file), "o");
-    EXPECT_EQ(ReadProfileValue("GAME", "line", file), "");
-    EXPECT_EQ(ReadProfileValue("GAME", "break", file), "b");
-    EXPECT_EQ(ReadProfileValue("", "top", file), "2");
+    // Windows writes any name it is given, and the file then says what it means.
+    const QString names = path("names.game");
+    put(names, "top=1\r\n[GAME]\r\nname=Duel\r\nbad=first\r\n");
+    ASSERT_EQ(WriteProfileValue("GAME", "bad=key", "v", names), 1);
+    EXPECT_EQ(ReadProfileValue("GAME", "bad", names), "first") << "the first key of a name counts";
+    ASSERT_EQ(WriteProfileValue("GAME", ";semi", "s", names), 1);
+    ASSERT_EQ(WriteProfileValue("GAME", "[open", "o", names), 1);
+    ASSERT_EQ(WriteProfileValue("GAME", "line\nbreak", "b", names), 1);
+    ASSERT_EQ(WriteProfileValue("", "Top", "2", names), 1);
+    ASSERT_EQ(WriteProfileValue("", "second", "3", names), 1);
+    ASSERT_EQ(WriteProfileValue("GAME", "lead", QStringLiteral("\v\f\x1A\tvalue "), names), 1);
+    EXPECT_EQ(ReadProfileValue("GAME", "bad=key", names), "");
+    EXPECT_EQ(ReadProfileValue("GAME", ";semi", names), "s");
+    EXPECT_EQ(ReadProfileValue("GAME", "[open", names), "o");
+    EXPECT_EQ(ReadProfileValue("GAME", "line", names), "");
+    EXPECT_EQ(ReadProfileValue("GAME", "break", names), "b");
+    EXPECT_EQ(ReadProfileValue("", "top", names), "2");
     FlushProfiles();
-    EXPECT_EQ(bytesOf(file).toStdString(),
+    EXPECT_EQ(bytesOf(names).toStdString(),
               "top=2\r\nsecond=3\r\n[GAME]\r\nname=Duel\r\nbad=first\r\nbad=key=v\r\n;semi=s\r\n"
               "[open=o\r\nline\nbreak=b\r\nlead=value \r\n");
     EXPECT_TRUE(errors.empty());

@@ -2,10 +2,8 @@
 
 #include "store/ProfileStore.h"
 
-#include <QByteArray>
 #include <QDir>
 #include <QFile>
-#include <QString>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>

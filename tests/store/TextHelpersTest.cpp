@@ -10,7 +10,7 @@ using conv::Trim;
 using conv::UCase;
 using conv::Val;
 
-TEST(TextHelpers, GetFieldSplitsAsTheTableSays) {
+TEST(TextHelpers, TextAndNumbersConvertAsTheWindowsFunctionsDo) {
     struct Row {
         const char* text;
         qint16 n;
@@ -34,9 +34,7 @@ TEST(TextHelpers, GetFieldSplitsAsTheTableSays) {
     QString delim;
     EXPECT_EQ(GetField("x,y", 2, delim), "y");
     EXPECT_EQ(delim, ",") << "an empty delimiter becomes a comma for the caller too";
-}
 
-TEST(TextHelpers, NumbersAndTextConvertAsTheWindowsFunctionsDo) {
     // Only '.' is a decimal point.
     const std::pair<const char*, double> vals[] = {
         {"12) ", 12.0}, {"3.7", 3.7}, {"-2.5x", -2.5}, {"+.5", 0.5}, {"  42", 42.0},

@@ -23,7 +23,7 @@ protected:
     }
 };
 
-TEST_F(DeckPage, ClicksInFile1ToggleOneImageEachAndTheArrowAddsThem) {
+TEST_F(DeckPage, ClicksInFile1ToggleImagesAndADoubleClickInTheCardListOpensTheDialog) {
     clickRow(form->File1, 2);
     clickRow(form->File1, 0);
     EXPECT_TRUE(form->File1->Selected(0));
@@ -37,9 +37,7 @@ TEST_F(DeckPage, ClicksInFile1ToggleOneImageEachAndTheArrowAddsThem) {
     EXPECT_EQ(form->commonList->List(2), "a.bmp");
     EXPECT_EQ(form->commonList->ItemData(2), 3);
     EXPECT_EQ(form->commLabel->Caption(), "Cards: 3 (tot: 4)");
-}
 
-TEST_F(DeckPage, ADoubleClickInTheCardListOpensTheDialogBesideTheWizard) {
     form->commonList->setList(1, "(x5)b.bmp");
     doubleClickRow(form->commonList, 1);
     rt::Form* dialog = rt::loadedForm("CardDetailForm");
@@ -47,10 +45,10 @@ TEST_F(DeckPage, ADoubleClickInTheCardListOpensTheDialogBesideTheWizard) {
     EXPECT_TRUE(dialog->isVisible());
     EXPECT_FALSE(dialog->isModal());
     EXPECT_EQ(form->commonList->ListIndex(), 1);
-    EXPECT_EQ(form->commLabel->Caption(), "Cards: 2 (tot: 7)");
+    EXPECT_EQ(form->commLabel->Caption(), "Cards: 3 (tot: 8)");
 }
 
-TEST_F(DeckPage, EnterInTheCardListAndADoubleClickInFile1WaitForTheirForms) {
+TEST_F(DeckPage, EnterAndFile1WaitForTheirFormsAndTheDialogsViewerIsReused) {
     form->commonList->setListIndex(0);
     bool modal = false;
     whileModal([&] {
@@ -79,9 +77,7 @@ TEST_F(DeckPage, EnterInTheCardListAndADoubleClickInFile1WaitForTheirForms) {
     EXPECT_TRUE(modal);
     EXPECT_EQ(width, 40 * 15 + 80);
     EXPECT_EQ(rt::loaded<ShowCrdForm>(), nullptr) << "any key closes the viewer";
-}
 
-TEST_F(DeckPage, TheCardDialogsViewerIsReusedAndSizedAnew) {
     showCardImage("a.bmp", false);
     auto* viewer = rt::loaded<ShowCrdForm>();
     ASSERT_NE(viewer, nullptr);

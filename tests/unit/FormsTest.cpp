@@ -118,7 +118,7 @@ TEST_F(MainFormTest, BuildsWithItsTextsAtStart) {
     EXPECT_EQ(main->firstTabControl()->name(), "NameTXT");
 }
 
-TEST_F(MainFormTest, FieldsGoByTheirLabelsAndCaptionsAsTheyRead) {
+TEST_F(MainFormTest, FieldsGoByTheirLabelsAndTabReadsEachPageLineByLine) {
     // clang-format off
     const std::pair<const char*, const char*> names[] = {
         {"NameTXT", "Name"}, {"descTxt", "Description"}, {"PLname(3)", "Player #4"},
@@ -136,9 +136,7 @@ TEST_F(MainFormTest, FieldsGoByTheirLabelsAndCaptionsAsTheyRead) {
 
     std::unique_ptr<Form> tree(new Form(wizard::treeFormSpec()));
     EXPECT_EQ(spokenName(tree->control("GameList")->widget()), "Game Tree");
-}
 
-TEST_F(MainFormTest, TabGoesLineByLineFromLeftToRightOnEachPage) {
     auto next = [&](const Control* from) -> const Control* {
         for (QWidget* w = from->widget()->nextInFocusChain(); w; w = w->nextInFocusChain())
             for (const auto& c : main->controls())

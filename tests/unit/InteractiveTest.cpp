@@ -69,12 +69,10 @@ TEST_F(InteractiveProgram, SaveWaitsForTheCheckFormThenWrites) {
     EXPECT_TRUE(sawForm);
     EXPECT_EQ(rt::loadedForm("CheckForm"), nullptr);
     rt::actionEnded();
-    QFile game(dir.filePath("Duel.game"));
-    ASSERT_TRUE(game.open(QIODevice::ReadOnly));
-    EXPECT_TRUE(game.readAll().startsWith("[GAME]\r\nname=Duel\r\n"));
+    EXPECT_TRUE(read("Duel.game").startsWith("[GAME]\r\nname=Duel\r\n"));
 }
 
-TEST_F(InteractiveProgram, EnterInTheDescriptionBreaksTheLineAndAClickOnTheStartTipsCounts) {
+TEST_F(InteractiveProgram, EnterBreaksTheDescriptionClicksCountOnTheTipsAndF7OpensTheCheck) {
     click(form->descTxt);
     type(form->descTxt, "Two");
     press(form->descTxt, Qt::Key_Return);
@@ -88,9 +86,7 @@ TEST_F(InteractiveProgram, EnterInTheDescriptionBreaksTheLineAndAClickOnTheStart
     QTest::mouseClick(form->mainHelp->widget(), Qt::LeftButton, {}, QPoint(5, 5));
     EXPECT_EQ(HelpMgmt::TipsClicks, 2);
     EXPECT_EQ(form->mainHelp->Caption(), tips);
-}
 
-TEST_F(InteractiveProgram, F7OpensTheWholeGameCheck) {
     file("Duel.game", "[GAME]\r\nplayers=7\r\n");
     form->NameTXT->setText("Duel");
     // A window's shortcut needs the window active, as a user's window is.
