@@ -1,12 +1,12 @@
 // zavik-scenario: runs scenario files against the wizard's own forms,
 // handlers and store, and reports which pass.
 
+#include "app/Program.h"
 #include "runtime/FormSpec.h"
 #include "runtime/Runtime.h"
 #include "tools/scenario/Runner.h"
 #include "tools/scenario/Script.h"
 #include "tools/scenario/Watchdog.h"
-#include "app/Program.h"
 
 #include <QApplication>
 #include <QDir>
@@ -138,6 +138,53 @@ void say(const QString& line) {
     std::fflush(stdout);
 }
 
+const char* kindName(rt::Kind kind) {
+    switch (kind) {
+    case rt::Kind::TextBox:
+        return "TextBox";
+    case rt::Kind::ComboBox:
+        return "ComboBox";
+    case rt::Kind::ListBox:
+        return "ListBox";
+    case rt::Kind::FileListBox:
+        return "FileListBox";
+    case rt::Kind::CheckBox:
+        return "CheckBox";
+    case rt::Kind::Label:
+        return "Label";
+    case rt::Kind::CommandButton:
+        return "CommandButton";
+    case rt::Kind::Frame:
+        return "Frame";
+    case rt::Kind::PictureBox:
+        return "PictureBox";
+    case rt::Kind::CommonDialog:
+        return "CommonDialog";
+    }
+    return "?";
+}
+
+// Every form the driver reaches, the catalogue's and the program's own windows
+// alike, with each control (an array once, with its highest index) and kind.
+void listForms(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    wizard::registerForms();
+    std::fputs("\nForms and their controls:\n", stdout);
+    for (const rt::FormSpec* form : rt::allFormSpecs()) {
+        QStringList names;
+        for (const rt::ControlSpec& c : form->controls) {
+            const QString kind = QString::fromLatin1(kindName(c.kind));
+            const QString one = c.index < 0 ? c.name : c.name + QStringLiteral("()");
+            const QString entry = one + QLatin1Char(' ') + kind;
+            if (!names.contains(entry))
+                names << entry;
+        }
+        say(QStringLiteral("  %1 (\"%2\"): %3")
+                .arg(form->name, form->caption, names.join(QStringLiteral(", "))));
+    }
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -146,6 +193,7 @@ int main(int argc, char** argv) {
         const QString a = QString::fromLocal8Bit(argv[i]);
         if (a == QLatin1String("--help") || a == QLatin1String("-h")) {
             std::fputs(kUsage, stdout);
+            listForms(argc, argv);
             return 0;
         }
         if (a == QLatin1String("--keep")) {
