@@ -71,6 +71,25 @@ void ForwardAndBackBetween200CardDecks(benchmark::State& state) {
 }
 BENCHMARK(ForwardAndBackBetween200CardDecks)->Arg(100)->Arg(200)->Unit(benchmark::kMillisecond);
 
+// What the title's mark costs when the user pauses: a save of the largest game
+// into a scratch copy and a comparison of the two texts.
+void UnsavedEditsOfTheLargestGame(benchmark::State& state) {
+    GameFile game;
+    store::DropProfileCache();
+    const QString folder = QFileInfo(game.path).absolutePath();
+    emptyImages(folder + QStringLiteral("/cards"), 200);
+    MainForm* form = openGame(folder, QStringLiteral("largest"));
+    form->CommDecksNum->setText(QStringLiteral("6"));
+    form->ShowCommonDeck_Click(2);
+    bool unsaved = false;
+    for (auto _ : state)
+        unsaved = form->hasUnsavedEdits();
+    benchmark::DoNotOptimize(unsaved);
+    state.SetLabel("goal: 16 ms");
+    wizard::stopProgram();
+}
+BENCHMARK(UnsavedEditsOfTheLargestGame)->Unit(benchmark::kMillisecond);
+
 void File1On10000Images(benchmark::State& state) {
     QTemporaryDir dir;
     emptyImages(dir.filePath(QStringLiteral("cards")), 10000);
