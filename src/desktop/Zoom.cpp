@@ -42,16 +42,23 @@ void zoomStep(MainForm* form, int direction) {
     if (!form)
         return;
     const double next = nextZoom(form->zoom(), direction);
-    // A window that grows must still fit the screen, or its buttons go off
-    // the edge; a maximised window keeps its size whatever the zoom.
+    // The pages must still fit where they are drawn, or their buttons go off
+    // the edge: a window grows as far as the screen lets it, a maximised one
+    // keeps its size.
     const QScreen* screen = form->screen();
-    if (next > form->zoom() && screen && !form->isMaximized() && !form->isFullScreen()) {
+    if (next > form->zoom() && screen) {
         const QSize design = form->designClientPixels();
-        const QSize frame = form->frameGeometry().size() - form->size();
         const int bars = form->height() - qRound(design.height() * form->zoom());
-        const QSize need(qRound(design.width() * next) + frame.width(),
-                         qRound(design.height() * next) + bars + frame.height());
-        const QSize room = screen->availableGeometry().size();
+        const bool filling = form->isMaximized() || form->isFullScreen();
+        const QSize outside =
+            filling ? QSize(0, bars) : form->frameGeometry().size() - form->size() + QSize(0, bars);
+        const QSize room = filling ? form->size() : screen->availableGeometry().size();
+        // A maximised window is larger than the pages: only they must fit.
+        const QSize pages = filling ? QSize(rt::toPixels(form->spec().clientWidth),
+                                            rt::toPixels(form->spec().clientHeight))
+                                    : design;
+        const QSize need(qRound(pages.width() * next) + outside.width(),
+                         qRound(pages.height() * next) + outside.height());
         if (need.width() > room.width() || need.height() > room.height())
             return;
     }

@@ -73,6 +73,11 @@ TEST_F(Desktop, ZoomGrowsThePageButNotTheLengthsTheProgramReads) {
     QTest::qWait(50);
     if (form->isMaximized()) {
         EXPECT_GT(form->zoom(), 1.1);
+        const double filled = form->zoom();
+        desktop::zoomStep(form, +1);
+        EXPECT_DOUBLE_EQ(form->zoom(), filled) << "the pages outgrew the maximised window";
+        desktop::zoomStep(form, -1);
+        EXPECT_LT(form->zoom(), filled);
         form->showNormal();
         QTest::qWait(50);
         EXPECT_DOUBLE_EQ(form->zoom(), 1.1);
