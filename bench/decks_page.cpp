@@ -42,17 +42,23 @@ MainForm* openGame(const QString& folder, const QString& name) {
     return form;
 }
 
-void ForwardAndBackBetween200CardDecks(benchmark::State& state) {
-    GameFile game;
+// The largest game with `images` pictures in its folder, on its third common deck.
+MainForm* openLargestOnDeck(const GameFile& game, int images) {
     store::DropProfileCache();
     const QString folder = QFileInfo(game.path).absolutePath();
-    emptyImages(folder + QStringLiteral("/cards"), 2000);
+    emptyImages(folder + QStringLiteral("/cards"), images);
     MainForm* form = openGame(folder, QStringLiteral("largest"));
+    form->CommDecksNum->setText(QStringLiteral("6"));
+    form->ShowCommonDeck_Click(2);
+    return form;
+}
+
+void ForwardAndBackBetween200CardDecks(benchmark::State& state) {
+    GameFile game;
+    MainForm* form = openLargestOnDeck(game, 2000);
     // The page drawn at the zoom, in hundredths: the lists' fonts grow with it.
     const double zoom = state.range(0) / 100.0;
     form->setZoom(zoom);
-    form->CommDecksNum->setText(QStringLiteral("6"));
-    form->ShowCommonDeck_Click(2);
     bool forward = true;
     for (auto _ : state) {
         // Each step saves the deck it leaves, loads the next, lists File1
@@ -75,12 +81,7 @@ BENCHMARK(ForwardAndBackBetween200CardDecks)->Arg(100)->Arg(200)->Unit(benchmark
 // into a scratch copy and a comparison of the two texts.
 void UnsavedEditsOfTheLargestGame(benchmark::State& state) {
     GameFile game;
-    store::DropProfileCache();
-    const QString folder = QFileInfo(game.path).absolutePath();
-    emptyImages(folder + QStringLiteral("/cards"), 200);
-    MainForm* form = openGame(folder, QStringLiteral("largest"));
-    form->CommDecksNum->setText(QStringLiteral("6"));
-    form->ShowCommonDeck_Click(2);
+    MainForm* form = openLargestOnDeck(game, 200);
     bool unsaved = false;
     for (auto _ : state)
         unsaved = form->hasUnsavedEdits();

@@ -139,12 +139,8 @@ Control* Form::makeControl(const ControlSpec& s) {
         break;
     }
     QWidget* w = c->widget();
-    QFont font = fontFor(s.flags);
-    m_fonts[c.get()] = font;
-    // A picture box draws its own lines at the zoom, from lengths at zoom 1.
-    if (m_zoom != 1.0 && s.kind != Kind::PictureBox)
-        font.setPointSizeF(font.pointSizeF() * m_zoom);
-    w->setFont(font);
+    m_fonts[c.get()] = fontFor(s.flags);
+    applyFont(*c);
     paint(w, s.back, s.kind);
     if (auto* frame = qobject_cast<QFrame*>(w)) {
         if (s.flags & BorderSingle)

@@ -97,6 +97,7 @@ private:
     Control* makeControl(const ControlSpec& spec);
     void centre();
     void layoutBars();
+    void applyFont(Control& c); // the control's own font at the zoom
     int barsHeight() const;
     const FormSpec& m_spec;
     QWidget* m_client = nullptr; // the controls stand here

@@ -104,6 +104,14 @@ void Form::setBars(QWidget* top, QWidget* bottom) {
     layoutBars();
 }
 
+// A picture box draws its own lines at the zoom, from lengths at zoom 1.
+void Form::applyFont(Control& c) {
+    QFont font = m_fonts[&c];
+    if (c.kind() != Kind::PictureBox)
+        font.setPointSizeF(font.pointSizeF() * m_zoom);
+    c.widget()->setFont(font);
+}
+
 void Form::setZoom(double zoom) {
     zoom = std::clamp(zoom, MinZoom, MaxZoom);
     if (qFuzzyCompare(zoom, m_zoom))
@@ -114,11 +122,7 @@ void Form::setZoom(double zoom) {
         // A control the window has taken into one of its bars keeps its place there.
         if (!m_client->isAncestorOf(c->widget()))
             continue;
-        if (c->kind() != Kind::PictureBox) {
-            QFont font = m_fonts[c.get()];
-            font.setPointSizeF(font.pointSizeF() * zoom);
-            c->widget()->setFont(font);
-        }
+        applyFont(*c);
         c->applyGeometry();
         c->widget()->update();
     }

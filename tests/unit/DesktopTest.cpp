@@ -20,8 +20,6 @@ protected:
                           "decksize=1\r\ncard1=a.bmp\r\n");
         image("cards/a.bmp", 20, 30);
         show();
-        QApplication::setActiveWindow(form);
-        ASSERT_TRUE(QTest::qWaitForWindowActive(form));
     }
     void trigger(const char* entry) {
         auto* action = mainForm()->findChild<QAction*>(QString::fromLatin1(entry));

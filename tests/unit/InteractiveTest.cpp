@@ -89,9 +89,6 @@ TEST_F(InteractiveProgram, EnterBreaksTheDescriptionClicksCountOnTheTipsAndF7Ope
 
     file("Duel.game", "[GAME]\r\nplayers=7\r\n");
     form->NameTXT->setText("Duel");
-    // A window's shortcut needs the window active, as a user's window is.
-    QApplication::setActiveWindow(form);
-    ASSERT_TRUE(QTest::qWaitForWindowActive(form));
     QString firstRow;
     whileModal([&] {
         if (rt::Form* check = rt::loadedForm("GameCheckForm")) {

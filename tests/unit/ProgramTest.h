@@ -59,7 +59,18 @@ protected:
         rt::installDefaultHooks();
         ProgramTest::SetUp();
     }
-    void show() { start()->activateWindow(); }
+    // Shown and active, as a user's window is: its shortcuts need that.
+    void show() {
+        start();
+        activate();
+    }
+    // A window manager gives the main window back its activation when a
+    // dialog closes; offscreen, the test does.
+    void activate() {
+        form->activateWindow();
+        QApplication::setActiveWindow(form);
+        EXPECT_TRUE(QTest::qWaitForWindowActive(form));
+    }
 
     // A click as the mouse sends it: to the window, which hands it down to the
     // widget under the pointer after moving the focus there.

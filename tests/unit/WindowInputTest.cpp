@@ -15,8 +15,6 @@ protected:
         file("Duel.game", "[GAME]\r\ndescription=Two sides\r\ndirectory=cards\r\nplayers=2\r\n"
                           "common_decks=1\r\n[Player 1]\r\nname=Ann\r\n");
         show();
-        QApplication::setActiveWindow(form);
-        ASSERT_TRUE(QTest::qWaitForWindowActive(form));
     }
     void keys(const QString& text) { QTest::keyClicks(focused(form), text); }
     void key(Qt::Key k) { QTest::keyClick(form->windowHandle(), k); }
@@ -119,8 +117,7 @@ TEST_F(WindowInput, ThePlayerPageTheIndexAndTheDialogsByMouseAndKeys) {
     });
     click(form->SetDesktopImage);
     EXPECT_EQ(form->DeskTopImage->Caption(), "table.bmp");
-    // A window manager gives the main window back its activation; offscreen, the test does.
-    QApplication::setActiveWindow(form);
+    activate();
 
     click(form->NextStep);
     click(form->PL_data[0]);
@@ -140,7 +137,7 @@ TEST_F(WindowInput, ThePlayerPageTheIndexAndTheDialogsByMouseAndKeys) {
     EXPECT_TRUE(
         read("Duel.game").contains("[DECK 1 PLAYER 1]\r\nsplit=false\r\nviewDiscard=false\r\n"))
         << "the ticked box reads \"examined\", which the file says as false";
-    QApplication::setActiveWindow(form);
+    activate();
 
     // The index: a double click on a row goes there.
     whileModal([this] {

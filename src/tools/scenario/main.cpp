@@ -15,6 +15,7 @@
 #include <QTemporaryDir>
 
 #include <cstdio>
+#include <iterator>
 
 namespace {
 
@@ -138,31 +139,11 @@ void say(const QString& line) {
     std::fflush(stdout);
 }
 
-const char* kindName(rt::Kind kind) {
-    switch (kind) {
-    case rt::Kind::TextBox:
-        return "TextBox";
-    case rt::Kind::ComboBox:
-        return "ComboBox";
-    case rt::Kind::ListBox:
-        return "ListBox";
-    case rt::Kind::FileListBox:
-        return "FileListBox";
-    case rt::Kind::CheckBox:
-        return "CheckBox";
-    case rt::Kind::Label:
-        return "Label";
-    case rt::Kind::CommandButton:
-        return "CommandButton";
-    case rt::Kind::Frame:
-        return "Frame";
-    case rt::Kind::PictureBox:
-        return "PictureBox";
-    case rt::Kind::CommonDialog:
-        return "CommonDialog";
-    }
-    return "?";
-}
+// The kinds by their names in the catalogue, in the order of rt::Kind.
+constexpr const char* kKindNames[] = {"TextBox",    "ComboBox",    "ListBox",       "FileListBox",
+                                      "CheckBox",   "Label",       "CommandButton", "Frame",
+                                      "PictureBox", "CommonDialog"};
+static_assert(std::size(kKindNames) == static_cast<std::size_t>(rt::Kind::CommonDialog) + 1);
 
 // Every form the driver reaches, the catalogue's and the program's own windows
 // alike, with each control (an array once, with its highest index) and kind.
@@ -174,7 +155,7 @@ void listForms(int argc, char** argv) {
     for (const rt::FormSpec* form : rt::allFormSpecs()) {
         QStringList names;
         for (const rt::ControlSpec& c : form->controls) {
-            const QString kind = QString::fromLatin1(kindName(c.kind));
+            const QString kind = QString::fromLatin1(kKindNames[static_cast<int>(c.kind)]);
             const QString one = c.index < 0 ? c.name : c.name + QStringLiteral("()");
             const QString entry = one + QLatin1Char(' ') + kind;
             if (!names.contains(entry))
