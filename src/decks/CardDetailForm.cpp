@@ -127,9 +127,12 @@ void CardDetailForm::Command1_Click() {
 }
 
 void CardDetailForm::Command2_Click() {
-    // The image of the card the dialog stands for, wherever the selection has
-    // moved since.
-    showCardImage(Label1->Caption(), false);
+    // The card selected at the press, which may no longer be the one the
+    // dialog stands for; with nothing selected, the dialog's own card.
+    const MainForm* main = mainForm();
+    const int row = main ? main->commonList->ListIndex() : -1;
+    showCardImage(row >= 0 ? readCardEntry(main->commonList->List(row)).name : Label1->Caption(),
+                  false);
 }
 
 void CardDetailForm::Form_KeyPress(int& KeyAscii) {
