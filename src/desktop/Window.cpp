@@ -7,6 +7,7 @@
 #include "desktop/UnsavedMark.h"
 #include "desktop/Zoom.h"
 
+#include "deckview/DeckView.h"
 #include "runtime/Controls.h"
 #include "wizard/MainForm.h"
 
@@ -51,6 +52,7 @@ QStatusBar* statusBar(MainForm* form) {
 void registerDesktopForms() {
     rt::registerFormSpec(&AboutForm::formSpec());
     rt::registerForm(QString::fromLatin1(AboutForm::Name), [] { return new AboutForm; });
+    deckview::registerForms();
 }
 
 void dress(MainForm* form) {
@@ -80,6 +82,22 @@ void dress(MainForm* form) {
     entry(go, QStringLiteral("&Index"), {QKeySequence(Qt::CTRL | Qt::Key_I)}, "goIndex",
           [f] { press(f, "TreeBtn"); });
 
+    QMenu* deck = bar->addMenu(QStringLiteral("&Deck"));
+    entry(deck, QStringLiteral("Deck &sheet"), {QKeySequence(Qt::CTRL | Qt::Key_D)}, "deckSheet",
+          [] { deckview::showSheet(); });
+    entry(deck, QStringLiteral("&Add images..."), {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_I)},
+          "addImages", [] { deckview::addImages(); });
+    deck->addSeparator();
+    QAction* importEntry = entry(deck, QStringLiteral("&Import cards..."), {}, "importCards",
+                                 [] { deckview::importCards(); });
+    QAction* exportEntry = entry(deck, QStringLiteral("&Export cards..."), {}, "exportCards",
+                                 [] { deckview::exportCards(); });
+    // The spreadsheet works on the deck on the page, so it waits for one.
+    QObject::connect(deck, &QMenu::aboutToShow, deck, [importEntry, exportEntry] {
+        importEntry->setEnabled(deckview::deckOpen());
+        exportEntry->setEnabled(deckview::deckOpen());
+    });
+
     auto* fit = new ZoomFit(form);
     form->installEventFilter(fit);
     QMenu* view = bar->addMenu(QStringLiteral("&View"));
@@ -103,9 +121,10 @@ void dress(MainForm* form) {
     entry(help, QStringLiteral("&About Zavik Wizard"), {}, "about", [] { showAbout(); });
 
     // The form holds the entries too, so their keys work wherever its focus is.
-    for (QMenu* menu : {file, go, view, help})
+    for (QMenu* menu : {file, go, deck, view, help})
         form->addActions(menu->actions());
     form->setBars(bar, statusBar(form));
+    deckview::attach(form);
     qApp->installEventFilter(new UnsavedMark(form));
 }
 

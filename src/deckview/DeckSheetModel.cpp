@@ -1,0 +1,171 @@
+#include "deckview/DeckSheetModel.h"
+
+#include "deckview/PageDeck.h"
+#include "game/CardEntry.h"
+#include "images/Preview.h"
+#include "sheet/PropertyText.h"
+
+#include <QPainter>
+#include <QPixmap>
+
+namespace deckview {
+
+DeckSheetModel::DeckSheetModel(QObject* parent) : QAbstractTableModel(parent) {
+    connect(&images::PreviewCache::instance(), &images::PreviewCache::ready, this,
+            [this](const QString& path, QSize box) {
+                if (box == m_thumb)
+                    pictureReady(path);
+            });
+}
+
+int DeckSheetModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : m_shownRows;
+}
+
+int DeckSheetModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : FirstPropertyCol + static_cast<int>(m_columns.size());
+}
+
+QString DeckSheetModel::columnName(int col) const {
+    return col >= FirstPropertyCol && col - FirstPropertyCol < m_columns.size()
+               ? m_columns.at(col - FirstPropertyCol)
+               : QString();
+}
+
+QString DeckSheetModel::imagePath(int row) const {
+    return imageDir() + QLatin1Char('/') + readCardEntry(rowEntry(row)).name;
+}
+
+QVariant DeckSheetModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid() || m_dirty || index.row() >= deckview::rowCount())
+        return {};
+    const int row = index.row();
+    const int col = index.column();
+    if (col == PictureCol) {
+        if (role == Qt::DecorationRole) {
+            const QImage image = images::PreviewCache::instance().request(imagePath(row), m_thumb);
+            if (!image.isNull())
+                return QPixmap::fromImage(image);
+        }
+        if (role == Qt::ToolTipRole) {
+            const QString error = images::PreviewCache::instance().error(imagePath(row), m_thumb);
+            return error.isEmpty() ? QVariant() : QVariant(error);
+        }
+        if (role == Qt::SizeHintRole)
+            return m_thumb + QSize(6, 4);
+        return {};
+    }
+    if (role != Qt::DisplayRole && role != Qt::EditRole && role != Qt::ToolTipRole)
+        return {};
+    const QString entry = rowEntry(row);
+    if (col == ImageCol)
+        return readCardEntry(entry).name;
+    if (col == CopiesCol)
+        return QString::number(readCardEntry(entry).count);
+    return sheet::valueOf(rowProps(row), columnName(col));
+}
+
+QVariant DeckSheetModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (role != Qt::DisplayRole)
+        return {};
+    if (orientation == Qt::Vertical)
+        return section + 1;
+    switch (section) {
+    case PictureCol:
+        return QStringLiteral("Picture");
+    case ImageCol:
+        return QStringLiteral("Image");
+    case CopiesCol:
+        return QStringLiteral("Copies");
+    default:
+        return columnName(section);
+    }
+}
+
+Qt::ItemFlags DeckSheetModel::flags(const QModelIndex& index) const {
+    Qt::ItemFlags f = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
+    if (index.column() >= CopiesCol && deckOnPage())
+        f |= Qt::ItemIsEditable;
+    return f;
+}
+
+void DeckSheetModel::follow(QAbstractItemModel* rows) {
+    if (m_rows)
+        disconnect(m_rows, nullptr, this, nullptr);
+    m_rows = rows;
+    if (rows) {
+        // A load adds its rows one by one: the table takes them in one reset
+        // when the user's action is over, not one by one.
+        for (auto signal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved,
+                            &QAbstractItemModel::modelReset})
+            connect(rows, signal, this, [this] { rowsMoved(); });
+        connect(rows, &QAbstractItemModel::dataChanged, this,
+                [this](const QModelIndex& a, const QModelIndex& b) {
+                    if (m_dirty || a.row() >= m_shownRows)
+                        return;
+                    emit dataChanged(index(a.row(), 0),
+                                     index(std::min(b.row(), m_shownRows - 1), columnCount() - 1));
+                });
+    }
+    m_dirty = true;
+    refresh();
+}
+
+void DeckSheetModel::rowsMoved() {
+    if (m_dirty)
+        return;
+    m_dirty = true;
+    QMetaObject::invokeMethod(this, [this] { takeRows(); }, Qt::QueuedConnection);
+}
+
+void DeckSheetModel::takeRows() {
+    if (!m_dirty)
+        return;
+    beginResetModel();
+    m_shownRows = deckview::rowCount();
+    m_dirty = false;
+    endResetModel();
+}
+
+void DeckSheetModel::refresh() {
+    const QStringList columns = deckColumns();
+    if (columns != m_columns) {
+        beginResetModel();
+        m_columns = columns;
+        m_shownRows = deckview::rowCount();
+        m_dirty = false;
+        endResetModel();
+        return;
+    }
+    takeRows();
+    if (m_shownRows > 0)
+        emit dataChanged(index(0, 0), index(m_shownRows - 1, columnCount() - 1));
+}
+
+void DeckSheetModel::setThumbSize(QSize size) {
+    if (size == m_thumb)
+        return;
+    m_thumb = size;
+    if (m_shownRows > 0)
+        emit dataChanged(index(0, PictureCol), index(m_shownRows - 1, PictureCol));
+}
+
+int DeckSheetModel::picturesPending() const {
+    int pending = 0;
+    auto& cache = images::PreviewCache::instance();
+    for (int row = 0; row < m_shownRows; ++row) {
+        const QString path = imagePath(row);
+        if (cache.request(path, m_thumb).isNull() && cache.error(path, m_thumb).isEmpty())
+            ++pending;
+    }
+    return pending;
+}
+
+void DeckSheetModel::pictureReady(const QString& path) {
+    for (int row = 0; row < m_shownRows; ++row)
+        if (imagePath(row) == path)
+            emit dataChanged(index(row, PictureCol), index(row, PictureCol),
+                             {Qt::DecorationRole, Qt::ToolTipRole});
+}
+
+} // namespace deckview

@@ -1,0 +1,193 @@
+// The picture beside a list: the image under the pointer, or of the current
+// row while the list has the focus. Pictures are decoded at the size shown, in
+// the background; the popup says so while one comes and when one cannot.
+
+#include "deckview/DeckView.h"
+#include "images/Preview.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QEvent>
+#include <QFileInfo>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QScreen>
+#include <QVBoxLayout>
+
+namespace deckview {
+
+namespace {
+
+// Large enough to read a card: about a playing card's shape at screen size.
+constexpr QSize PictureBox{240, 336};
+
+class PreviewPopup : public QWidget {
+public:
+    PreviewPopup() : QWidget(nullptr, Qt::ToolTip | Qt::FramelessWindowHint) {
+        setObjectName(QStringLiteral("cardPreview"));
+        setAttribute(Qt::WA_ShowWithoutActivating);
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+        auto* layout = new QVBoxLayout(this);
+        layout->setContentsMargins(6, 6, 6, 6);
+        m_picture = new QLabel;
+        m_picture->setObjectName(QStringLiteral("previewPicture"));
+        m_picture->setAlignment(Qt::AlignCenter);
+        m_picture->setFixedSize(PictureBox);
+        m_picture->setWordWrap(true);
+        m_name = new QLabel;
+        m_name->setObjectName(QStringLiteral("previewName"));
+        m_name->setAlignment(Qt::AlignCenter);
+        layout->addWidget(m_picture);
+        layout->addWidget(m_name);
+        setStyleSheet(QStringLiteral("QWidget#cardPreview { background: palette(base); "
+                                     "border: 1px solid palette(mid); }"));
+        QObject::connect(&images::PreviewCache::instance(), &images::PreviewCache::ready, this,
+                         [this](const QString& path, QSize) {
+                             if (path == m_path && isVisible())
+                                 fill();
+                         });
+    }
+
+    void showFor(QAbstractItemView* view, const QString& path, int rowTop) {
+        m_view = view;
+        m_path = path;
+        fill();
+        adjustSize();
+        place(view, rowTop);
+        show();
+        raise();
+    }
+
+    void hideFor(const QAbstractItemView* view) {
+        if (m_view == view)
+            hide();
+    }
+
+    const QString& path() const { return m_path; }
+
+private:
+    QSize box() const {
+        return PictureBox * devicePixelRatioF();
+    }
+
+    void fill() {
+        const QString name = QFileInfo(m_path).fileName();
+        m_name->setText(name);
+        if (!QFileInfo::exists(m_path)) {
+            m_picture->setPixmap({});
+            m_picture->setText(QStringLiteral("%1 is not in the folder").arg(name));
+            return;
+        }
+        auto& cache = images::PreviewCache::instance();
+        const QImage image = cache.request(m_path, box());
+        if (!image.isNull()) {
+            QPixmap pixmap = QPixmap::fromImage(image);
+            pixmap.setDevicePixelRatio(devicePixelRatioF());
+            m_picture->setPixmap(pixmap);
+            return;
+        }
+        const QString error = cache.error(m_path, box());
+        m_picture->setPixmap({});
+        m_picture->setText(error.isEmpty() ? QStringLiteral("...")
+                                           : QStringLiteral("Cannot show %1: %2").arg(name, error));
+    }
+
+    // Beside the list, never over it: right of it where the screen has room,
+    // else left of it, level with the row.
+    void place(const QAbstractItemView* view, int rowTop) {
+        const QRect list(view->mapToGlobal(QPoint(0, 0)), view->size());
+        const QScreen* screen = view->screen();
+        const QRect room = screen ? screen->availableGeometry() : QRect(0, 0, 4096, 4096);
+        int x = list.right() + 8;
+        if (x + width() > room.right())
+            x = list.left() - width() - 8;
+        int y = list.top() + rowTop - height() / 3;
+        y = std::clamp(y, room.top(), std::max(room.top(), room.bottom() - height()));
+        move(std::max(x, room.left()), y);
+    }
+
+    QLabel* m_picture;
+    QLabel* m_name;
+    QString m_path;
+    QPointer<QAbstractItemView> m_view;
+};
+
+PreviewPopup& popup() {
+    static QPointer<PreviewPopup> one;
+    if (!one)
+        one = new PreviewPopup;
+    return *one;
+}
+
+class PreviewWatch : public QObject {
+public:
+    PreviewWatch(QAbstractItemView* view, std::function<QString(int)> pathOf)
+        : QObject(view), m_view(view), m_pathOf(std::move(pathOf)) {
+        view->setMouseTracking(true);
+        view->viewport()->installEventFilter(this);
+        view->installEventFilter(this);
+        watchCurrent();
+    }
+
+    bool eventFilter(QObject* object, QEvent* event) override {
+        switch (event->type()) {
+        case QEvent::MouseMove:
+            if (object == m_view->viewport())
+                showRow(m_view->indexAt(static_cast<QMouseEvent*>(event)->position().toPoint()));
+            break;
+        case QEvent::Leave:
+            if (object == m_view->viewport()) {
+                if (m_view->hasFocus())
+                    showRow(m_view->currentIndex());
+                else
+                    popup().hideFor(m_view);
+            }
+            break;
+        case QEvent::FocusOut:
+        case QEvent::Hide:
+            popup().hideFor(m_view);
+            break;
+        default:
+            break;
+        }
+        return false;
+    }
+
+private:
+    // The view's selection model is replaced with its model, so the watch
+    // follows whichever one is current.
+    void watchCurrent() {
+        if (m_view->selectionModel())
+            connect(m_view->selectionModel(), &QItemSelectionModel::currentChanged, this,
+                    [this](const QModelIndex& current) {
+                        if (m_view->hasFocus())
+                            showRow(current);
+                    });
+    }
+
+    void showRow(const QModelIndex& index) {
+        if (!index.isValid()) {
+            popup().hideFor(m_view);
+            return;
+        }
+        const QString path = m_pathOf(index.row());
+        if (path.isEmpty() || QFileInfo(path).fileName().isEmpty()) {
+            popup().hideFor(m_view);
+            return;
+        }
+        popup().showFor(m_view, path, m_view->visualRect(index).top());
+    }
+
+    QAbstractItemView* m_view;
+    std::function<QString(int)> m_pathOf;
+};
+
+} // namespace
+
+void attachPreview(QAbstractItemView* view, std::function<QString(int row)> pathOf) {
+    if (view)
+        new PreviewWatch(view, std::move(pathOf));
+}
+
+} // namespace deckview
