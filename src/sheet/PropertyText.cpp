@@ -94,13 +94,24 @@ QString refusal(Kind kind, const QString& text) {
 } // namespace
 
 QString valueOf(const QString& props, const QString& name) {
+    // In place rather than by GetField: a sheet asks every card for every
+    // column, thousands of times for one view. The fields are the same.
     QString value;
-    for (qint16 k = 1; k <= MaxPairs; ++k) {
-        const QString pair = conv::GetField(props, k, kPairDelim);
-        if (conv::GetField(pair, 1, kNameDelim) == name)
-            value = conv::GetField(pair, 2, kNameDelim);
+    bool found = false;
+    QStringView rest(props);
+    for (int k = 0; k < MaxPairs && (k == 0 || !rest.isNull()); ++k) {
+        const qsizetype bar = rest.indexOf(QLatin1Char('|'));
+        const QStringView pair = bar < 0 ? rest : rest.left(bar);
+        rest = bar < 0 ? QStringView() : rest.mid(bar + 1);
+        const qsizetype eq = pair.indexOf(QLatin1Char('='));
+        if ((eq < 0 ? pair : pair.left(eq)) != name)
+            continue;
+        found = true;
+        QStringView v = eq < 0 ? QStringView() : pair.mid(eq + 1);
+        const qsizetype eq2 = v.indexOf(QLatin1Char('='));
+        value = (eq2 < 0 ? v : v.left(eq2)).toString();
     }
-    return value;
+    return found ? value : QString();
 }
 
 QString valueRefusal(const QString& value) {
