@@ -35,8 +35,8 @@ DeckContent readDeck(const QString& gameFile, const QString& section) {
     deck.back = store::ReadProfileValue(section, game::key::imgBack, gameFile);
     deck.discard = store::ReadProfileValue(section, game::key::imgDiscard, gameFile);
     deck.deal = store::ReadProfileValue(section, game::key::deal, gameFile);
-    const int n = conv::CInt(
-        conv::Val(store::ReadProfileValue(section, game::key::decksize, gameFile)));
+    const int n =
+        conv::CInt(conv::Val(store::ReadProfileValue(section, game::key::decksize, gameFile)));
     deck.rows.reserve(static_cast<std::size_t>(std::max(n, 0)));
     for (int i = 1; i <= n; ++i) {
         const QString line = store::ReadProfileValue(section, game::key::card(i), gameFile);

@@ -81,8 +81,7 @@ int copiesOf(const QString& text) {
     return n >= 1 && n <= 32767 ? n : -1;
 }
 
-const QString kCopiesReason =
-    QStringLiteral("Copies must be a whole number from 1 to 32767");
+const QString kCopiesReason = QStringLiteral("Copies must be a whole number from 1 to 32767");
 
 QString folderRefusal(const QString& image) {
     if (image.contains(QLatin1Char('/')) || image.contains(QLatin1Char('\\')) ||
@@ -176,21 +175,22 @@ private:
                 const QString near = m_folderFolded.value(image.toCaseFolded());
                 return refuse(line, image, QString(),
                               QStringLiteral("The image is not in the game's image folder") +
-                                  (near.isEmpty() ? QString()
-                                                  : QStringLiteral(" (it holds \"%1\")").arg(near)));
+                                  (near.isEmpty()
+                                       ? QString()
+                                       : QStringLiteral(" (it holds \"%1\")").arg(near)));
             }
             if (m_rowCount >= game::MaxDeckRows)
-                return refuse(line, image, QString(),
-                              QStringLiteral("The deck would hold more than %1 rows")
-                                  .arg(game::MaxDeckRows));
+                return refuse(
+                    line, image, QString(),
+                    QStringLiteral("The deck would hold more than %1 rows").arg(game::MaxDeckRows));
             const int copies = copiesText.isEmpty() ? 1 : copiesOf(copiesText);
             if (copies < 0)
                 return refuse(line, image, QStringLiteral("copies"), kCopiesReason);
             plan.kind = RowPlan::Add;
             plan.entry = entryWithCopies(image, QString::number(copies));
             if (copies > 1)
-                plan.changes.push_back({QStringLiteral("copies"), QString(),
-                                        QString::number(copies)});
+                plan.changes.push_back(
+                    {QStringLiteral("copies"), QString(), QString::number(copies)});
             ++m_rowCount;
         }
         setProperties(plan, header, cells);
@@ -303,7 +303,9 @@ ImportPlan planImport(const DeckContent& deck, const QStringList& columns, const
 DeckContent applyImport(const DeckContent& deck, const ImportPlan& plan) {
     DeckContent out = deck;
     std::vector<bool> dropped(deck.rows.size(), false);
-    const auto valid = [&](int row) { return row >= 0 && row < static_cast<int>(deck.rows.size()); };
+    const auto valid = [&](int row) {
+        return row >= 0 && row < static_cast<int>(deck.rows.size());
+    };
     for (const RowPlan& row : plan.rows) {
         if (row.kind == RowPlan::Add)
             out.rows.push_back({row.entry, row.props});

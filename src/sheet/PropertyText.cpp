@@ -32,8 +32,8 @@ std::vector<Pair> pairsOf(const QString& props) {
     for (const QString& field : fields) {
         if (field.isEmpty())
             continue;
-        out.push_back({conv::GetField(field, 1, kNameDelim), conv::GetField(field, 2, kNameDelim),
-                       field});
+        out.push_back(
+            {conv::GetField(field, 1, kNameDelim), conv::GetField(field, 2, kNameDelim), field});
     }
     return out;
 }

@@ -100,7 +100,8 @@ TEST(Csv, WrittenCellsReadBackAndStaySafeInSpreadsheets) {
         {"e.bmp", "-3"},       {"f.bmp", "plain"}, {"g.bmp", ""},
     };
     const QByteArray bytes = writeCsv(header, rows);
-    EXPECT_TRUE(bytes.startsWith("\xEF\xBB\xBFimage,note\r\na.bmp,'=SUM(A1)\r\nb.bmp,\" lead\"\r\n"));
+    EXPECT_TRUE(
+        bytes.startsWith("\xEF\xBB\xBFimage,note\r\na.bmp,'=SUM(A1)\r\nb.bmp,\" lead\"\r\n"));
     const CsvRead r = readCsv(bytes);
     ASSERT_TRUE(r.ok) << r.error;
     ASSERT_EQ(r.table.rows.size(), rows.size());

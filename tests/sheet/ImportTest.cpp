@@ -26,7 +26,8 @@ DeckContent sampleDeck() {
 
 ImportPlan plan(const QByteArray& csv, bool removeMissing = false) {
     return planImport(sampleDeck(), kColumns, readCsv(csv),
-                      {"ace.gif", "King.bmp", "king.bmp", "knight.bmp", "queen.bmp"}, removeMissing);
+                      {"ace.gif", "King.bmp", "king.bmp", "knight.bmp", "queen.bmp"},
+                      removeMissing);
 }
 
 const Refusal* refusalAt(const ImportPlan& p, int line) {
@@ -51,25 +52,27 @@ TEST(Import, AFileWithoutImagesOrWithTwinColumnsIsRefusedWhole) {
 
 TEST(Import, RowsMatchAddAndAreRefusedByImage) {
     const ImportPlan p = plan("image,copies,Rank,Colour\n"
-                              "king.bmp,,,\n"                // 2: first king row, unchanged
-                              "king.bmp,3,,\n"               // 3: second king row: copies 1 -> 3
-                              "king.bmp,,,\n"                // 4: a third king row: duplicate
-                              "ace.gif,2,A,'=x\n"            // 5: add
-                              "ace.gif,,,\n"                 // 6: duplicate of an add
-                              "jack.bmp,,,\n"                // 7: not in the folder
-                              "King.bmp,2.5,,\n"             // 8: copies of an add refused
-                              "..\\x.bmp,,,\n"               // 9: a folder
-                              ",2,,\n"                       // 10: no image
-                              "knight.bmp, 4 ,,\" red \"\n"  // 11: unchanged after trimming
-                              "queen.bmp,0,B,a|b\n",         // 12: bad copies, bad colour, rank set
+                              "king.bmp,,,\n"               // 2: first king row, unchanged
+                              "king.bmp,3,,\n"              // 3: second king row: copies 1 -> 3
+                              "king.bmp,,,\n"               // 4: a third king row: duplicate
+                              "ace.gif,2,A,'=x\n"           // 5: add
+                              "ace.gif,,,\n"                // 6: duplicate of an add
+                              "jack.bmp,,,\n"               // 7: not in the folder
+                              "King.bmp,2.5,,\n"            // 8: copies of an add refused
+                              "..\\x.bmp,,,\n"              // 9: a folder
+                              ",2,,\n"                      // 10: no image
+                              "knight.bmp, 4 ,,\" red \"\n" // 11: unchanged after trimming
+                              "queen.bmp,0,B,a|b\n",        // 12: bad copies, bad colour, rank set
                               true);
     ASSERT_TRUE(p.error.isEmpty()) << p.error;
     std::vector<std::pair<RowPlan::Kind, int>> kinds;
     for (const RowPlan& r : p.rows)
         kinds.emplace_back(r.kind, r.line);
-    const std::vector<std::pair<RowPlan::Kind, int>> expected{
-        {RowPlan::Unchanged, 2}, {RowPlan::Change, 3},    {RowPlan::Add, 5},
-        {RowPlan::Unchanged, 11}, {RowPlan::Change, 12}};
+    const std::vector<std::pair<RowPlan::Kind, int>> expected{{RowPlan::Unchanged, 2},
+                                                              {RowPlan::Change, 3},
+                                                              {RowPlan::Add, 5},
+                                                              {RowPlan::Unchanged, 11},
+                                                              {RowPlan::Change, 12}};
     EXPECT_EQ(kinds, expected);
     EXPECT_EQ(p.rows[1].entry, QStringLiteral("(x3)king.bmp"));
     EXPECT_EQ(p.rows[1].props, QStringLiteral("o1=1|o2=2|o3=3|o4=4"));
@@ -97,7 +100,7 @@ TEST(Import, PropertyEditsAreCheckedAndApplied) {
                               "knight.bmp,,blue,A\n"  // Value removed, Colour changed, Rank set
                               "queen.bmp,x\u00e9,,\n" // a letter Windows-1252 holds
                               "king.bmp,9,,\n"
-                              "king.bmp,1,c,d\n",     // seven pairs: refused
+                              "king.bmp,1,c,d\n", // seven pairs: refused
                               true);
     ASSERT_TRUE(p.error.isEmpty());
     EXPECT_EQ(p.rows[0].props, QStringLiteral("Colour=blue|Rank=A"));

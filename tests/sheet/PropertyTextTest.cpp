@@ -12,9 +12,9 @@ TEST(PropertyText, ValueOfReadsAsTheFileReadersDo) {
     };
     const Case cases[] = {
         {"Value=3|Colour=red", "Colour", "red"},
-        {"Value=3|Value=4", "Value", "4"},         // the later pair wins
-        {"a=1|b=2|c=3|d=4|e=5|f=6|g=7", "g", ""},  // a seventh pair is never read
-        {"Value=3", "value", ""},                  // names compare exactly
+        {"Value=3|Value=4", "Value", "4"},        // the later pair wins
+        {"a=1|b=2|c=3|d=4|e=5|f=6|g=7", "g", ""}, // a seventh pair is never read
+        {"Value=3", "value", ""},                 // names compare exactly
         {"Value=3=4", "Value", "3"},
         {"", "Value", ""},
     };
@@ -55,7 +55,10 @@ TEST(PropertyText, SetValuesPutsColumnsFirstAndKeepsOtherPairs) {
         {"Colour=red|Value=3", {{"Rank", "A"}}, true, "Value=3|Colour=red|Rank=A"},
         {"Other=x|Value=3", {{"Value", ""}}, true, "Other=x"},
         {"Value=3|Value=4", {{"Colour", "b"}}, true, "Value=4|Colour=b"},
-        {"o1=1|o2=2|o3=3|o4=4|Value=3", {{"Colour", "b"}}, true, "Value=3|Colour=b|o1=1|o2=2|o3=3|o4=4"},
+        {"o1=1|o2=2|o3=3|o4=4|Value=3",
+         {{"Colour", "b"}},
+         true,
+         "Value=3|Colour=b|o1=1|o2=2|o3=3|o4=4"},
         {"o1=1|o2=2|o3=3|o4=4|Value=3", {{"Colour", "b"}, {"Rank", "c"}}, false, ""},
         {"Value=3", {{"Colour", "a|b"}}, false, ""},
         {"x=a=b|Value=3", {{"Value", "4"}}, true, "Value=4|x=a=b"},
@@ -75,7 +78,7 @@ TEST(PropertyText, SetValuesPutsColumnsFirstAndKeepsOtherPairs) {
 
 TEST(PropertyText, EntryWithCopiesFollowsTheDialog) {
     const char* cases[][3] = {
-        {"knight.bmp", "3", "(x3)knight.bmp"},  {"(x4)knight.bmp", "1", "knight.bmp"},
+        {"knight.bmp", "3", "(x3)knight.bmp"},       {"(x4)knight.bmp", "1", "knight.bmp"},
         {"(x4)knight.bmp", " 2 ", "(x2)knight.bmp"}, {"(x2) knight.bmp", "0", "knight.bmp"},
         {"(xknight.bmp", "2", "(x2)(xknight.bmp"},
     };
