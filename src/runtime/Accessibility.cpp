@@ -16,7 +16,7 @@ constexpr int LabelAbove = 420;
 
 bool isField(Kind kind) {
     return kind == Kind::TextBox || kind == Kind::ComboBox || kind == Kind::ListBox ||
-           kind == Kind::FileListBox;
+           kind == Kind::FileListBox || kind == Kind::Table;
 }
 
 const Label* labelFor(const Control& field, const std::vector<std::unique_ptr<Control>>& all) {

@@ -1,5 +1,6 @@
 #include "runtime/Control.h"
 
+#include "runtime/DragDrop.h"
 #include "runtime/Form.h"
 #include "runtime/Runtime.h"
 
@@ -97,6 +98,7 @@ Control::Control(Form* form, const ControlSpec& spec, QWidget* widget)
             inner->installEventFilter(keys);
     if (m_kind == Kind::Label || m_kind == Kind::PictureBox || m_kind == Kind::Frame)
         m_widget->installEventFilter(new MouseFilter(this, &m_context));
+    installDragAndDrop(this, &m_context);
 }
 
 Control::~Control() {

@@ -8,10 +8,12 @@
 #include <QHash>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 #include <QWidget>
 #include <functional>
 #include <memory>
+#include <vector>
 
 namespace rt {
 
@@ -37,6 +39,12 @@ public:
     std::function<void()> Change;
     std::function<void(int& KeyAscii)> KeyPress;
     std::function<void(bool& Cancel)> Validate;
+    // Files dropped from a file manager (local paths). While set, the widget
+    // takes such drops.
+    std::function<void(const QStringList& paths)> FilesDropped;
+    // Rows of another list of the program dropped here: the list they came
+    // from and the rows it carried, in row order.
+    std::function<void(Control* from, const std::vector<int>& rows)> RowsDropped;
 
     bool Visible() const { return m_visible; }
     void setVisible(bool visible);
@@ -64,6 +72,14 @@ public:
     void userKey(int ascii);
     // The whole text replaced at once, as by pasting over it.
     virtual void userEdit(const QString& text);
+    // Files or rows let go over the control: the handler, then the end of the
+    // action. Nothing happens where no handler is set.
+    virtual void userDropFiles(const QStringList& paths);
+    virtual void userDropRows(Control* from, const std::vector<int>& rows);
+    // This list starts drags of its rows: the selected rows when the press
+    // was on a selected one, else the row pressed.
+    void setDragRows(bool on);
+    bool dragRows() const { return m_dragRows; }
 
 protected:
     // What a key does once KeyPress has let it through.
@@ -81,6 +97,7 @@ private:
     QWidget* m_widget;
     bool m_visible;
     int m_left, m_top, m_width, m_height;
+    bool m_dragRows = false;
     QObject m_context; // owns the signal connections of this control
 };
 

@@ -2,6 +2,7 @@
 
 #include "runtime/Accessibility.h"
 #include "runtime/Runtime.h"
+#include "runtime/Table.h"
 
 #include <QCloseEvent>
 #include <QFrame>
@@ -136,6 +137,9 @@ Control* Form::makeControl(const ControlSpec& s) {
         break;
     case Kind::CommonDialog:
         c = std::make_unique<CommonDialog>(this, s, parent);
+        break;
+    case Kind::Table:
+        c = std::make_unique<Table>(this, s, parent);
         break;
     }
     QWidget* w = c->widget();

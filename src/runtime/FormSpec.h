@@ -19,6 +19,7 @@ enum class Kind {
     Frame,
     PictureBox,
     CommonDialog,
+    Table, // a grid of cells over a model the form's code supplies
 };
 
 enum Flag : unsigned {

@@ -10,6 +10,7 @@
 #include <QMessageBox>
 #include <QMouseEvent>
 #include <QPointer>
+#include <QPushButton>
 #include <QScreen>
 #include <QWindow>
 #include <vector>
@@ -21,6 +22,17 @@ QString g_appPath;
 double g_tpp = 0;
 std::vector<std::function<void()>> g_actionEndHooks;
 bool g_inActionEnd = false;
+
+// "Game Files|*.game" in the form Qt's dialogs read.
+QString dialogFilter(const QString& filter) {
+    const QStringList parts = filter.split(QLatin1Char('|'));
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2)
+        filters << parts[i] + QStringLiteral(" (") +
+                       QString(parts[i + 1]).replace(QLatin1Char(';'), QLatin1Char(' ')) +
+                       QLatin1Char(')');
+    return filters.join(QStringLiteral(";;"));
+}
 
 } // namespace
 
@@ -76,15 +88,37 @@ void installDefaultHooks() {
             loop.exec();
     };
     h.showOpen = [](const QString& filter) {
-        // "Game Files|*.game" in the form Qt's dialog reads.
-        QStringList parts = filter.split(QLatin1Char('|'));
-        QStringList filters;
-        for (int i = 0; i + 1 < parts.size(); i += 2)
-            filters << parts[i] + QStringLiteral(" (") +
-                           QString(parts[i + 1]).replace(QLatin1Char(';'), QLatin1Char(' ')) +
-                           QLatin1Char(')');
         return QFileDialog::getOpenFileName(activeForm(), QString(), AppPath(),
-                                            filters.join(QStringLiteral(";;")));
+                                            dialogFilter(filter));
+    };
+    h.showOpenMany = [](const QString& filter) {
+        return QFileDialog::getOpenFileNames(activeForm(), QString(), AppPath(),
+                                             dialogFilter(filter));
+    };
+    h.showSave = [](const QString& filter, const QString& suggestedName) {
+        return QFileDialog::getSaveFileName(activeForm(), QString(),
+                                            AppPath() + QLatin1Char('/') + suggestedName,
+                                            dialogFilter(filter));
+    };
+    h.ask = [](const QString& text, const QStringList& buttons) {
+        QMessageBox box(QMessageBox::Question, programName(), text, QMessageBox::NoButton,
+                        activeForm());
+        std::vector<QAbstractButton*> made;
+        for (qsizetype i = 0; i < buttons.size(); ++i) {
+            const auto role = i + 1 == buttons.size() ? QMessageBox::RejectRole
+                              : i == 0                ? QMessageBox::AcceptRole
+                                                      : QMessageBox::ActionRole;
+            made.push_back(box.addButton(buttons[i], role));
+        }
+        if (!made.empty()) {
+            box.setDefaultButton(static_cast<QPushButton*>(made.front()));
+            box.setEscapeButton(made.back());
+        }
+        box.exec();
+        // By the button, not its text: a text may carry a shortcut's "&".
+        const auto it = std::find(made.begin(), made.end(), box.clickedButton());
+        return it == made.end() ? buttons.value(buttons.size() - 1)
+                                : buttons[std::distance(made.begin(), it)];
     };
 }
 
@@ -97,6 +131,25 @@ void MsgBox(const QString& text, int style) {
 QString ShowOpen(const QString& filter) {
     actionEnded();
     return hooks().showOpen ? hooks().showOpen(filter) : QString();
+}
+
+QString Ask(const QString& text, const QStringList& buttons) {
+    actionEnded();
+    const QString closed = buttons.value(buttons.size() - 1);
+    if (!hooks().ask || buttons.isEmpty())
+        return closed;
+    const QString chosen = hooks().ask(text, buttons);
+    return buttons.contains(chosen) ? chosen : closed;
+}
+
+QString ShowSave(const QString& filter, const QString& suggestedName) {
+    actionEnded();
+    return hooks().showSave ? hooks().showSave(filter, suggestedName) : QString();
+}
+
+QStringList ShowOpenMany(const QString& filter) {
+    actionEnded();
+    return hooks().showOpenMany ? hooks().showOpenMany(filter) : QStringList();
 }
 
 void addActionEndHook(std::function<void()> hook) {

@@ -4,6 +4,7 @@
 // the modal wait, the focus with its Validate, and the end of a user action.
 
 #include <QString>
+#include <QStringList>
 #include <functional>
 
 namespace rt {
@@ -21,11 +22,14 @@ void setTwipsPerPixel(double tpp);
 int toPixels(double twips);
 int toTwips(int pixels);
 
-// The three places where a test driver stands in for the user.
+// The places where a test driver stands in for the user.
 struct Hooks {
     std::function<void(const QString& text, int style)> msgBox;
     std::function<void(Form* form)> modalWait;              // returns once the form is unloaded
     std::function<QString(const QString& filter)> showOpen; // the chosen path, "" on cancel
+    std::function<QString(const QString& text, const QStringList& buttons)> ask;
+    std::function<QString(const QString& filter, const QString& suggestedName)> showSave;
+    std::function<QStringList(const QString& filter)> showOpenMany;
 };
 Hooks& hooks();
 void installDefaultHooks();
@@ -35,6 +39,15 @@ void MsgBox(const QString& text, int style = 0);
 
 // The open-file dialog: filter in the "Description|*.ext" form.
 QString ShowOpen(const QString& filter);
+
+// A question with several buttons (such as "Replace", "Keep both", "Skip",
+// "Cancel"): the text of the button chosen; closing the box (Esc) gives the
+// last button, and so does a question nobody can answer.
+QString Ask(const QString& text, const QStringList& buttons);
+// The save dialog: the chosen path, "" on cancel. Filter as ShowOpen's.
+QString ShowSave(const QString& filter, const QString& suggestedName);
+// An open dialog choosing several files; empty on cancel.
+QStringList ShowOpenMany(const QString& filter);
 
 // Work that waits for the end of the current user action (pending writes of
 // the game file): it also runs before anything that blocks for the user.

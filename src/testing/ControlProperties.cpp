@@ -2,6 +2,7 @@
 
 #include "runtime/Controls.h"
 #include "runtime/Runtime.h"
+#include "runtime/Table.h"
 
 namespace testsupport {
 
@@ -115,7 +116,47 @@ bool setList(rt::ListControl& l, const QString& prop, int index, const QVariant&
     return false;
 }
 
+// Rows, Cols, Cell(ROW,COL), Header(COL) and Selected(ROW), from 0.
+bool getTable(const rt::Table& t, const QString& prop, int index, int index2, QVariant& out) {
+    const bool row = index >= 0 && index < t.Rows();
+    const bool col = index >= 0 && index < t.Cols();
+    if (is(prop, "Cell")) {
+        if (row && index2 >= 0 && index2 < t.Cols())
+            out = t.Cell(index, index2);
+    } else if (index2 >= 0) {
+        return false;
+    } else if (is(prop, "Rows") && index < 0) {
+        out = t.Rows();
+    } else if (is(prop, "Cols") && index < 0) {
+        out = t.Cols();
+    } else if (is(prop, "Header") && col) {
+        out = t.Header(index);
+    } else if (is(prop, "Selected") && row) {
+        out = t.Selected(index);
+    }
+    return out.isValid();
+}
+
 } // namespace
+
+bool getProperty(const rt::Control& c, const QString& prop, int index, int index2, QVariant& out) {
+    out = QVariant();
+    if (const auto* table = dynamic_cast<const rt::Table*>(&c);
+        table && getTable(*table, prop, index, index2, out))
+        return true;
+    return index2 < 0 && getProperty(c, prop, index, out);
+}
+
+bool setProperty(rt::Control& c, const QString& prop, int index, int index2,
+                 const QVariant& value) {
+    if (auto* table = dynamic_cast<rt::Table*>(&c)) {
+        if (is(prop, "Selected") && index2 < 0 && index >= 0 && index < table->Rows()) {
+            table->setSelected(index, value.toBool());
+            return true;
+        }
+    }
+    return index2 < 0 && setProperty(c, prop, index, value);
+}
 
 bool getProperty(const rt::Control& c, const QString& prop, int index, QVariant& out) {
     out = QVariant();

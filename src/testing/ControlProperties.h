@@ -17,5 +17,11 @@ namespace testsupport {
 bool getProperty(const rt::Control& control, const QString& prop, int index, QVariant& out);
 // An assignment made by code, with the events the run time ties to it.
 bool setProperty(rt::Control& control, const QString& prop, int index, const QVariant& value);
+// The same for properties with two indices, a table's Cell(ROW,COL); index2
+// is -1 for the others.
+bool getProperty(const rt::Control& control, const QString& prop, int index, int index2,
+                 QVariant& out);
+bool setProperty(rt::Control& control, const QString& prop, int index, int index2,
+                 const QVariant& value);
 
 } // namespace testsupport

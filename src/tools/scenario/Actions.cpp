@@ -5,6 +5,7 @@
 
 #include "runtime/Form.h"
 #include "runtime/Runtime.h"
+#include "runtime/Table.h"
 #include "testing/ControlProperties.h"
 #include "testing/Variables.h"
 
@@ -135,6 +136,10 @@ void Runner::pick(const Statement& s, bool doubleClick) {
     rt::Control* c = control(s);
     if (!c)
         return;
+    if (dynamic_cast<rt::Table*>(c) && !doubleClick) {
+        pickTableRow(s);
+        return;
+    }
     if (!dynamic_cast<rt::ListControl*>(c)) {
         fail(s, QStringLiteral("%1 is no list").arg(controlName(s.ref)));
         return;
@@ -245,7 +250,7 @@ void Runner::assign(const Statement& s) {
         return;
     }
     rt::Control* c = control(s);
-    if (c && !testsupport::setProperty(*c, s.ref.prop, s.ref.propIndex, v))
+    if (c && !testsupport::setProperty(*c, s.ref.prop, s.ref.propIndex, s.ref.propIndex2, v))
         fail(s, QStringLiteral("%1 cannot be set to %2").arg(s.ref.written, s.value.show()));
 }
 
@@ -281,19 +286,17 @@ void Runner::onMsgBox(const QString& text, int style) {
 }
 
 QString Runner::onShowOpen(const QString& filter) {
-    if (m_failed)
+    const auto choice = takeChoice(QStringLiteral("open-file dialog"), filter);
+    if (!choice)
         return {};
-    if (m_choices.empty()) {
-        fail(currentLine(),
-             QStringLiteral("expected a choose for the open-file dialog (filter %1), found none")
-                 .arg(quoted(filter)));
+    if (choice->size() > 1) {
+        fail(currentLine(), QStringLiteral("expected a choose of one file for the open-file dialog "
+                                           "(filter %1), found %2 files")
+                                .arg(quoted(filter))
+                                .arg(choice->size()));
         return {};
     }
-    const QString choice = m_choices.front();
-    m_choices.pop_front();
-    if (choice.isEmpty() || QDir::isAbsolutePath(choice))
-        return choice;
-    return m_appPath + QLatin1Char('/') + choice;
+    return choice->front();
 }
 
 // The lines after the one that showed the form run here, as the user's actions

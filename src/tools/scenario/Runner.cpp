@@ -64,6 +64,16 @@ void Runner::installHooks() {
     h.showOpen = [](const QString& filter) {
         return g_current ? g_current->onShowOpen(filter) : QString();
     };
+    // Nobody there: the question is closed, the dialogs cancelled.
+    h.ask = [](const QString& text, const QStringList& buttons) {
+        return g_current ? g_current->onAsk(text, buttons) : buttons.value(buttons.size() - 1);
+    };
+    h.showSave = [](const QString& filter, const QString& suggestedName) {
+        return g_current ? g_current->onShowSave(filter, suggestedName) : QString();
+    };
+    h.showOpenMany = [](const QString& filter) {
+        return g_current ? g_current->onShowOpenMany(filter) : QStringList();
+    };
 }
 
 bool Runner::run() {
@@ -77,9 +87,16 @@ bool Runner::run() {
                          .arg(quoted(m.text))
                          .arg(m.style));
     }
-    if (!m_failed && !m_choices.empty())
+    if (!m_failed && !m_choices.empty()) {
+        QStringList shown;
+        for (const QString& path : m_choices.front())
+            shown << quoted(path);
         fail(m_script.lastLine,
-             QStringLiteral("no ShowOpen took choose %1").arg(quoted(m_choices.front())));
+             QStringLiteral("no file dialog took choose %1").arg(shown.join(QLatin1Char(' '))));
+    }
+    if (!m_failed && !m_answers.empty())
+        fail(m_script.lastLine,
+             QStringLiteral("no question took answer %1").arg(quoted(m_answers.front())));
     if (!m_failed && m_clock.elapsed() > m_timeLimitMs)
         fail(m_script.lastLine,
              QStringLiteral("the file ran longer than %1 s").arg(m_timeLimitMs / 1000));
@@ -153,7 +170,19 @@ void Runner::execute(const Statement& s) {
         closeForm(s);
         return;
     case Op::Choose:
-        m_choices.push_back(s.value.text);
+        m_choices.push_back(s.paths);
+        return;
+    case Op::Answer:
+        m_answers.push_back(s.value.text);
+        return;
+    case Op::Drop:
+        dropFiles(s);
+        return;
+    case Op::Drag:
+        dragRow(s);
+        return;
+    case Op::EditCell:
+        editCell(s);
         return;
     case Op::Set:
         assign(s);
@@ -363,8 +392,12 @@ bool Runner::read(const Ref& ref, QVariant& out, QString& why) const {
         out = rt::focusedControl() == c;
         return true;
     }
-    if (!testsupport::getProperty(*c, ref.prop, ref.propIndex, out)) {
-        why = ref.propIndex >= 0
+    if (!testsupport::getProperty(*c, ref.prop, ref.propIndex, ref.propIndex2, out)) {
+        why = ref.propIndex2 >= 0 ? QStringLiteral("%1 has no %2(%3,%4)")
+                                        .arg(controlName(ref), ref.prop)
+                                        .arg(ref.propIndex)
+                                        .arg(ref.propIndex2)
+              : ref.propIndex >= 0
                   ? QStringLiteral("%1 has no %2(%3)")
                         .arg(controlName(ref), ref.prop)
                         .arg(ref.propIndex)

@@ -11,6 +11,7 @@
 #include <QString>
 #include <QStringList>
 #include <deque>
+#include <optional>
 
 namespace rt {
 class Control;
@@ -66,12 +67,23 @@ private:
     void assign(const Statement& s);
     void shoot(const Statement& s);
     void pressShortcut(const Statement& s);
+    // Tables and drag and drop.
+    void pickTableRow(const Statement& s);
+    void editCell(const Statement& s);
+    void dropFiles(const Statement& s);
+    void dragRow(const Statement& s);
 
     bool read(const Ref& ref, QVariant& out, QString& why) const;
 
     void onMsgBox(const QString& text, int style);
     void onModalWait(rt::Form* form);
     QString onShowOpen(const QString& filter);
+    QString onAsk(const QString& text, const QStringList& buttons);
+    QString onShowSave(const QString& filter, const QString& suggestedName);
+    QStringList onShowOpenMany(const QString& filter);
+    // The oldest choose, its paths made absolute; nullopt (the line failed)
+    // when none is waiting.
+    std::optional<QStringList> takeChoice(const QString& dialog, const QString& filter);
 
     const Script& m_script;
     QString m_appPath;
@@ -83,7 +95,8 @@ private:
     int m_failLine = 0;
     QString m_failMessage;
     std::deque<Message> m_messages;
-    std::deque<QString> m_choices;
+    std::deque<QStringList> m_choices; // one entry a choose, {""} for a cancel
+    std::deque<QString> m_answers;
     // Forms shown modal, innermost last, each with the forms that stood
     // behind it when it came up: those take no user action until it goes.
     struct Modal {

@@ -88,11 +88,12 @@ using lexer::tokenize;
 struct Part {
     QString name;
     int index = -1;
+    int index2 = -1; // Cell(ROW,COL)
 };
 
 const QRegularExpression& partPattern() {
     static const QRegularExpression re(
-        QStringLiteral("^([A-Za-z_][A-Za-z0-9_]*)(?:\\(([0-9]+)\\))?$"));
+        QStringLiteral("^([A-Za-z_][A-Za-z0-9_]*)(?:\\(([0-9]+)(?:,([0-9]+))?\\))?$"));
     return re;
 }
 
@@ -102,9 +103,11 @@ std::vector<Part> splitRef(const QString& word) {
         const auto m = partPattern().match(piece);
         if (!m.hasMatch())
             throw Error{QStringLiteral("\"%1\" is no reference").arg(word)};
-        Part p{m.captured(1), -1};
+        Part p{m.captured(1), -1, -1};
         if (m.hasCaptured(2))
             p.index = m.captured(2).toInt();
+        if (m.hasCaptured(3))
+            p.index2 = m.captured(3).toInt();
         parts.push_back(p);
     }
     return parts;
@@ -161,6 +164,9 @@ Ref parseRef(const Token& token, RefUse use) {
         const bool module =
             parts[0].name == QLatin1String("Globals") || parts[0].name == QLatin1String("HelpMgmt");
         if (module || wizard::isVariableName(plain)) {
+            for (const Part& p : parts)
+                if (p.index2 >= 0)
+                    throw Error{QStringLiteral("%1 takes one index at most").arg(ref.written)};
             for (std::size_t i = 0; i + 1 < parts.size(); ++i)
                 if (parts[i].index >= 0)
                     throw Error{
@@ -198,6 +204,8 @@ Ref parseRef(const Token& token, RefUse use) {
         throw Error{use == RefUse::Value
                         ? QStringLiteral("%1: FORM.CONTROL.PROPERTY expected").arg(ref.written)
                         : QStringLiteral("%1: FORM.CONTROL expected").arg(ref.written)};
+    if (parts[1].index2 >= 0)
+        throw Error{QStringLiteral("a control takes one index: %1").arg(ref.written)};
     checkControl(spec, parts[1]);
     ref.control = parts[1].name;
     ref.index = parts[1].index;
@@ -205,6 +213,7 @@ Ref parseRef(const Token& token, RefUse use) {
         ref.kind = Ref::ControlProp;
         ref.prop = parts[2].name;
         ref.propIndex = parts[2].index;
+        ref.propIndex2 = parts[2].index2;
     } else {
         ref.kind = Ref::Control;
     }
@@ -421,11 +430,41 @@ Statement parseStatement(const std::vector<Token>& t) {
         s.ref = parseRef(t[1], RefUse::Action);
         if (t.size() == 3)
             s.row = integer(t[2], "a row");
+    } else if (op == "edit" && t.size() > 1 && t[1].kind == Token::Word &&
+               t[1].word().count(QLatin1Char('.')) == 2) {
+        count(t, 3, 3);
+        s.op = Op::EditCell;
+        s.ref = parseRef(t[1], RefUse::Value);
+        if (s.ref.kind != Ref::ControlProp || s.ref.prop != QLatin1String("Cell") ||
+            s.ref.propIndex2 < 0)
+            throw Error{QStringLiteral("edit takes FORM.CONTROL or FORM.CONTROL.Cell(ROW,COL), "
+                                       "not %1")
+                            .arg(s.ref.written)};
+        s.value = text(t[2]);
     } else if (op == "type" || op == "edit") {
         count(t, 3, 3);
         s.op = op == "type" ? Op::Type : Op::Edit;
         s.ref = parseRef(t[1], RefUse::Action);
         s.value = text(t[2]);
+    } else if (op == "drop") {
+        count(t, 3, 1000);
+        s.op = Op::Drop;
+        s.ref = parseRef(t[1], RefUse::Action);
+        for (std::size_t k = 2; k < t.size(); ++k) {
+            s.paths << decodePath(t[k]);
+            if (s.paths.back().isEmpty())
+                throw Error{QStringLiteral("an empty path")};
+        }
+    } else if (op == "drag") {
+        count(t, 4, 4);
+        s.op = Op::Drag;
+        s.ref = parseRef(t[1], RefUse::Action);
+        s.row = integer(t[2], "a row");
+        s.target = parseRef(t[3], RefUse::Action);
+    } else if (op == "answer") {
+        count(t, 2, 2);
+        s.op = Op::Answer;
+        s.value = text(t[1]);
     } else if (op == "key") {
         count(t, 3, 3);
         s.op = Op::Key;
@@ -438,9 +477,13 @@ Statement parseStatement(const std::vector<Token>& t) {
         s.op = Op::Close;
         s.ref = parseRef(t[1], RefUse::FormOnly);
     } else if (op == "choose") {
-        count(t, 2, 2);
+        count(t, 2, 1000);
         s.op = Op::Choose;
         s.value = text(t[1]);
+        for (std::size_t k = 1; k < t.size(); ++k)
+            s.paths << text(t[k]).text;
+        if (s.paths.size() > 1 && s.paths.contains(QString()))
+            throw Error{QStringLiteral("choose \"\" cancels alone; it is no file among others")};
     } else if (op == "set") {
         count(t, 3, 3);
         s.op = Op::Set;

@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 #include <optional>
 #include <vector>
@@ -42,7 +43,8 @@ struct Ref {
     int index = -1;
     QString prop; // the property, or the variable's full name
     int propIndex = -1;
-    QString written; // as it stands in the file, for messages
+    int propIndex2 = -1; // the column of a table's Cell(ROW,COL)
+    QString written;     // as it stands in the file, for messages
 };
 
 enum class Op {
@@ -66,6 +68,10 @@ enum class Op {
     Set,
     Shot,
     Shortcut,
+    Drop,
+    Drag,
+    Answer,
+    EditCell,
     ExpectValue,
     ExpectMsgBox,
     ExpectNoMsgBox,
@@ -88,6 +94,8 @@ struct Statement {
     int first = 0, last = 0; // files, images: the numbers put into the run of #
     std::optional<int> style;
     bool negate = false; // expect ... !=
+    QStringList paths;   // drop, choose: as written, absolute or relative to App.Path
+    Ref target;          // drag: the control the row is dropped on
 };
 
 struct Script {

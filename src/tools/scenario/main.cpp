@@ -102,6 +102,35 @@ Choices where the contract is silent:
     working directory, not App.Path; missing folders are made.
   * A choose that no ShowOpen took fails the file at its end, as does a
     message not checked off.
+  * drop REF "PATH"...: the files (relative to App.Path unless absolute,
+    words or strings, existing or not) are let go over REF as from a file
+    manager. The focus moves to REF first, as for any action. A control
+    without a handler for dropped files fails the line.
+  * drag REF ROW REF2: row ROW of the list or table REF is carried onto
+    REF2, alone, whatever the selection of REF; REF's selection and focus
+    stay as they are and the focus moves to REF2, as the drop does in the
+    program. A row that is not there, or a REF2 that takes no rows, fails
+    the line.
+  * answer "BUTTON": answers the next question box (oldest answer first). A
+    question is recorded like a MsgBox with style 32 and must be checked
+    off with expect msgbox. A question with no answer waiting, or an answer
+    that names no button of it, fails the line that asked; the program then
+    gets the last button, as if the box were closed. An answer no question
+    took fails the file at its end.
+  * choose "PATH": one file for the open-file dialog or the save dialog;
+    choose "P1" "P2" ... answers an open dialog of several files (which a
+    single choose answers with one file); choose "" cancels any of them.
+    A choose of several files for a dialog of one fails the line.
+  * Table (a grid): properties Rows, Cols, Cell(ROW,COL) (the text shown),
+    Header(COL) and Selected(ROW) (True when the row holds a selected cell;
+    set selects or deselects the whole row), all from 0, written without
+    blanks. edit REF.Cell(ROW,COL) "text" moves the focus to the table,
+    makes the cell current and commits the text as Enter does: the table's
+    handler hears of it only when the text differs from the cell's, the
+    model keeps what the handler leaves, and the current cell moves one row
+    down. A cell outside the grid or one that takes no typing fails the
+    line. pick TABLE ROW is a click on the row's header: that row alone is
+    selected, then Click.
   * start while the program runs fails the line. At the end of each file
     the program is stopped: every form unloaded, module state reset.
   * Time: a file that has run 30 s fails at its next line. A line that
@@ -140,10 +169,10 @@ void say(const QString& line) {
 }
 
 // The kinds by their names in the catalogue, in the order of rt::Kind.
-constexpr const char* kKindNames[] = {"TextBox",    "ComboBox",    "ListBox",       "FileListBox",
-                                      "CheckBox",   "Label",       "CommandButton", "Frame",
-                                      "PictureBox", "CommonDialog"};
-static_assert(std::size(kKindNames) == static_cast<std::size_t>(rt::Kind::CommonDialog) + 1);
+constexpr const char* kKindNames[] = {"TextBox",    "ComboBox",     "ListBox",       "FileListBox",
+                                      "CheckBox",   "Label",        "CommandButton", "Frame",
+                                      "PictureBox", "CommonDialog", "Table"};
+static_assert(std::size(kKindNames) == static_cast<std::size_t>(rt::Kind::Table) + 1);
 
 // Every form the driver reaches, the catalogue's and the program's own windows
 // alike, with each control (an array once, with its highest index) and kind.
