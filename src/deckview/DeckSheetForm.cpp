@@ -112,8 +112,11 @@ void DeckSheetForm::cards_CellEdit(int row, int col, const QString& text) {
         return;
     const std::vector<int> rows = targetRows(row);
     if (col == DeckSheetModel::CopiesCol) {
-        for (int r : rows)
-            setRowEntry(r, sheet::entryWithCopies(rowEntry(r), text));
+        for (int r : rows) {
+            const QString entry = sheet::entryWithCopies(rowEntry(r), text);
+            if (entry != rowEntry(r))
+                setRowEntry(r, entry);
+        }
         recount();
         follow();
         return;
@@ -126,6 +129,11 @@ void DeckSheetForm::cards_CellEdit(int row, int col, const QString& text) {
     texts.reserve(rows.size());
     const QHash<QString, QString> values{{name, text}};
     for (int r : rows) {
+        // A card that shows the value already keeps its text as it is.
+        if (sheet::valueOf(rowProps(r), name) == text.trimmed()) {
+            texts.push_back(rowProps(r));
+            continue;
+        }
         const sheet::PropsEdit edit = sheet::setValues(rowProps(r), m_model->columns(), values);
         if (!edit.ok) {
             rt::MsgBox(edit.message, 48);

@@ -234,14 +234,19 @@ int Table::currentCol() const {
 }
 
 void Table::setCurrentCell(int row, int col) {
+    // The selection stays: a cell typed over among selected rows sets them all.
     if (model() && model()->index(row, col).isValid())
-        m_view->setCurrentIndex(model()->index(row, col));
+        m_view->selectionModel()->setCurrentIndex(model()->index(row, col),
+                                                  QItemSelectionModel::NoUpdate);
 }
 
 void Table::commitCell(int row, int col, const QString& text) {
     if (m_committing || !CellEdit || !cellEditable(row, col))
         return;
-    if (text == model()->index(row, col).data(Qt::EditRole).toString())
+    // The same text over the cell changes nothing, unless other rows are
+    // selected with it: they take the text too.
+    if (text == model()->index(row, col).data(Qt::EditRole).toString() &&
+        !(Selected(row) && selectedRows().size() > 1))
         return;
     m_committing = true;
     CellEdit(row, col, text);
