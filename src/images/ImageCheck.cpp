@@ -3,6 +3,8 @@
 #include <QImageReader>
 #include <QtEndian>
 
+#include <climits>
+
 namespace images {
 
 namespace {
@@ -14,33 +16,43 @@ quint16 le16(QByteArrayView b, qsizetype at) {
     return qFromLittleEndian<quint16>(b.data() + at);
 }
 
-// Uncompressed and bit-field BMPs say how many bytes their rows take; RLE
-// ones do not, and the decoder's own checks have to do.
-bool bmpComplete(QByteArrayView b) {
-    if (b.size() < 26)
-        return false;
-    const quint32 offset = le32(b, 10);
-    const quint32 header = le32(b, 14);
+struct BmpHeader {
+    quint32 offset = 0;
     qint64 width = 0;
     qint64 height = 0;
     int bits = 0;
     quint32 compression = 0;
-    if (header == 12) {
-        width = le16(b, 18);
-        height = le16(b, 20);
-        bits = le16(b, 24);
-    } else {
-        if (b.size() < 34)
-            return false;
-        width = static_cast<qint32>(le32(b, 18));
-        height = static_cast<qint32>(le32(b, 22));
-        bits = le16(b, 28);
-        compression = le32(b, 30);
-    }
-    if (compression != 0 && compression != 3)
+};
+
+bool readBmpHeader(QByteArrayView b, BmpHeader* h) {
+    if (b.size() < 26)
+        return false;
+    h->offset = le32(b, 10);
+    if (le32(b, 14) == 12) {
+        h->width = le16(b, 18);
+        h->height = le16(b, 20);
+        h->bits = le16(b, 24);
         return true;
-    const qint64 rowBytes = ((qAbs(width) * bits + 31) / 32) * 4;
-    return static_cast<qint64>(b.size()) >= static_cast<qint64>(offset) + rowBytes * qAbs(height);
+    }
+    if (b.size() < 34)
+        return false;
+    h->width = static_cast<qint32>(le32(b, 18));
+    h->height = qAbs(qint64(static_cast<qint32>(le32(b, 22))));
+    h->bits = le16(b, 28);
+    h->compression = le32(b, 30);
+    return true;
+}
+
+// Uncompressed and bit-field BMPs say how many bytes their rows take; RLE
+// ones do not, and the decoder's own checks have to do.
+bool bmpComplete(QByteArrayView b) {
+    BmpHeader h;
+    if (!readBmpHeader(b, &h))
+        return false;
+    if (h.compression != 0 && h.compression != 3)
+        return true;
+    const qint64 rowBytes = ((qAbs(h.width) * h.bits + 31) / 32) * 4;
+    return qint64(b.size()) >= qint64(h.offset) + rowBytes * h.height;
 }
 
 // Entropy-coded data never holds FF D9 or FF DA (an FF there is followed by
@@ -74,6 +86,15 @@ QString sizeRefusal(QSize size) {
             .arg((bytes + 1024 * 1024 - 1) / (1024 * 1024))
             .arg(limitMB);
     return {};
+}
+
+QSize headerSize(QImageReader& reader, const QByteArray& format, QByteArrayView bytes) {
+    const QSize size = reader.size();
+    BmpHeader h;
+    if (size.isValid() || format != "bmp" || !readBmpHeader(bytes, &h) || h.width <= 0 ||
+        h.width > INT_MAX || h.height > INT_MAX)
+        return size;
+    return QSize(int(h.width), int(h.height));
 }
 
 QByteArray contentFormat(QImageReader& reader) {

@@ -19,6 +19,10 @@ constexpr int kMaxSide = 16384;
 // decoded. Counts 4 bytes a pixel against QImageReader's allocation limit.
 QString sizeRefusal(QSize size);
 
+// The size `reader` reads from the header; for a BMP that Qt's reader will not
+// even measure (it gives up past 16384 x 16384 pixels), the header's own.
+QSize headerSize(QImageReader& reader, const QByteArray& format, QByteArrayView bytes);
+
 // The kind `reader` finds in the content, not the file name: "bmp", "jpeg",
 // "gif", "png"... or "" when no decoder recognises it.
 QByteArray contentFormat(QImageReader& reader);

@@ -106,7 +106,7 @@ Prepared prepare(const QByteArray& bytes, const QString& suffix) {
         p.error = QStringLiteral("not an image of a kind this program reads");
         return p;
     }
-    p.error = sizeRefusal(reader.size());
+    p.error = sizeRefusal(headerSize(reader, format, bytes));
     if (!p.error.isEmpty())
         return p;
     const QImage image = reader.read();

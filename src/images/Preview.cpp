@@ -46,9 +46,12 @@ QImage decodeScaled(const QString& path, QSize box, QString* error) {
     if (!S_ISREG(st.st_mode))
         return fail(QStringLiteral("not a file"));
     QImageReader reader(path);
-    if (contentFormat(reader).isEmpty())
+    const QByteArray format = contentFormat(reader);
+    if (format.isEmpty())
         return fail(QStringLiteral("not an image"));
-    const QSize size = reader.size();
+    QFile file(path);
+    const QByteArray head = file.open(QIODevice::ReadOnly) ? file.read(64) : QByteArray();
+    const QSize size = headerSize(reader, format, head);
     if (size.width() > kMaxSide || size.height() > kMaxSide)
         return fail(sizeRefusal(size));
     QSize target;
