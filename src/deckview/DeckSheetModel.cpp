@@ -96,9 +96,9 @@ void DeckSheetModel::follow(QAbstractItemModel* rows) {
     if (rows) {
         // A load adds its rows one by one: the table takes them in one reset
         // when the user's action is over, not one by one.
-        for (auto signal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved,
-                            &QAbstractItemModel::modelReset})
-            connect(rows, signal, this, [this] { rowsMoved(); });
+        connect(rows, &QAbstractItemModel::rowsInserted, this, [this] { rowsMoved(); });
+        connect(rows, &QAbstractItemModel::rowsRemoved, this, [this] { rowsMoved(); });
+        connect(rows, &QAbstractItemModel::modelReset, this, [this] { rowsMoved(); });
         connect(rows, &QAbstractItemModel::dataChanged, this,
                 [this](const QModelIndex& a, const QModelIndex& b) {
                     if (m_dirty || a.row() >= m_shownRows)

@@ -10,6 +10,7 @@
 #include "wizard/MainForm.h"
 
 #include <QAbstractItemView>
+#include <QPointer>
 
 namespace deckview {
 

@@ -10,6 +10,7 @@
 
 #include <QDropEvent>
 #include <QHeaderView>
+#include <QLabel>
 #include <QMimeData>
 #include <QTableView>
 #include <QUrl>
@@ -115,6 +116,8 @@ TEST_F(DeckSheet, ThePageAndTheSheetShowOneDeck) {
 }
 
 TEST_F(DeckSheet, RestingOnANameShowsItsPictureBesideTheList) {
+    sheet->Unload(); // the pointer must find the page, not the sheet over it
+    activate();
     QListWidget* files = listOf(form->File1);
     QTest::mouseMove(files->viewport(), rowCentre(form->File1, 1));
     QWidget* preview = nullptr;
@@ -144,6 +147,7 @@ TEST_F(DeckSheet, APictureDroppedOnTheCardsIsBroughtInAndAdded) {
     QApplication::sendEvent(cards->viewport(), &enter);
     QDropEvent drop(at, Qt::CopyAction, &mime, Qt::LeftButton, {});
     QApplication::sendEvent(cards->viewport(), &drop);
+    QCoreApplication::processEvents(); // the drop is taken once its event is over
     EXPECT_TRUE(QFileInfo::exists(dir.filePath("cards/hero.bmp")));
     ASSERT_EQ(form->commonList->ListCount(), 4);
     EXPECT_EQ(form->commonList->List(3), "hero.bmp");
