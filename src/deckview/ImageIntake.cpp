@@ -26,11 +26,12 @@ bool inFolder(const QFileInfo& file, const QString& dir) {
            QFileInfo(dir).canonicalFilePath();
 }
 
-images::Conflict askConflict(const QString& existing, const QString& source) {
+images::Conflict askConflict(const QString& existing, const QString&) {
     const QString answer = rt::Ask(
         QStringLiteral("The folder already holds a different picture named \"%1\".\n"
-                       "Replace it with %2, keep both under a new name, or skip this one?")
-            .arg(existing, QDir::toNativeSeparators(source)),
+                       "Replace it with the one brought in, keep both under a new name, or skip "
+                       "this one?")
+            .arg(existing),
         {QStringLiteral("Replace"), QStringLiteral("Keep both"), QStringLiteral("Skip"),
          QStringLiteral("Cancel")});
     if (answer == QLatin1String("Replace"))

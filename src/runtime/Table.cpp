@@ -37,7 +37,16 @@ public:
                 col = (col + cols - 1) % cols;
             }
         }
-        setCurrentIndex(m->index(row, col));
+        // Within a selection of several rows the current cell moves and the
+        // selection stays, as in a spreadsheet; elsewhere the cell is selected.
+        int selected = 0;
+        for (const QItemSelectionRange& range : selectionModel()->selection())
+            selected += range.height();
+        if (at.isValid() && selectionModel()->isSelected(at) && selected > 1)
+            selectionModel()->setCurrentIndex(m->index(row, col), QItemSelectionModel::NoUpdate);
+        else
+            selectionModel()->setCurrentIndex(m->index(row, col),
+                                              QItemSelectionModel::ClearAndSelect);
     }
 
     // Rows and headers at the font's height; columns widen in proportion.
@@ -234,10 +243,13 @@ int Table::currentCol() const {
 }
 
 void Table::setCurrentCell(int row, int col) {
-    // The selection stays: a cell typed over among selected rows sets them all.
-    if (model() && model()->index(row, col).isValid())
-        m_view->selectionModel()->setCurrentIndex(model()->index(row, col),
-                                                  QItemSelectionModel::NoUpdate);
+    // A cell of a selected row becomes current within the selection, so that
+    // typing over it sets every selected row; any other cell is selected alone.
+    if (!model() || !model()->index(row, col).isValid())
+        return;
+    m_view->selectionModel()->setCurrentIndex(model()->index(row, col),
+                                              Selected(row) ? QItemSelectionModel::NoUpdate
+                                                            : QItemSelectionModel::ClearAndSelect);
 }
 
 void Table::commitCell(int row, int col, const QString& text) {

@@ -125,8 +125,9 @@ Choices where the contract is silent:
     Header(COL) and Selected(ROW) (True when the row holds a selected cell;
     set selects or deselects the whole row), all from 0, written without
     blanks. edit REF.Cell(ROW,COL) "text" moves the focus to the table,
-    makes the cell current and commits the text as Enter does: the table's
-    handler hears of it only when the text differs from the cell's, the
+    makes the cell current (the selection stays) and commits the text as
+    Enter does: the table's handler hears of it when the text differs from
+    the cell's or other rows are selected with the cell's row, the
     model keeps what the handler leaves, and the current cell moves one row
     down. A cell outside the grid or one that takes no typing fails the
     line. pick TABLE ROW is a click on the row's header: that row alone is
