@@ -24,7 +24,11 @@ constexpr QSize PictureBox{240, 336};
 
 class PreviewPopup : public QWidget {
 public:
-    PreviewPopup() : QWidget(nullptr, Qt::ToolTip | Qt::FramelessWindowHint) {
+    // Input passes through to what lies under it: a drag carried over the
+    // popup lands on the list below.
+    PreviewPopup()
+        : QWidget(nullptr,
+                  Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowTransparentForInput) {
         setObjectName(QStringLiteral("cardPreview"));
         setAttribute(Qt::WA_ShowWithoutActivating);
         setAttribute(Qt::WA_TransparentForMouseEvents);
@@ -44,8 +48,10 @@ public:
                                      "border: 1px solid palette(mid); }"));
         QObject::connect(&images::PreviewCache::instance(), &images::PreviewCache::ready, this,
                          [this](const QString& path, QSize) {
-                             if (path == m_path && isVisible())
+                             if (path == m_path && isVisible()) {
                                  fill();
+                                 adjustSize();
+                             }
                          });
     }
 
@@ -75,6 +81,7 @@ private:
         const QString name = QFileInfo(m_path).fileName();
         m_name->setText(name);
         if (!QFileInfo::exists(m_path)) {
+            m_picture->setFixedSize(PictureBox / 2);
             m_picture->setPixmap({});
             m_picture->setText(QStringLiteral("%1 is not in the folder").arg(name));
             return;
@@ -82,11 +89,20 @@ private:
         auto& cache = images::PreviewCache::instance();
         const QImage image = cache.request(m_path, box());
         if (!image.isNull()) {
-            QPixmap pixmap = QPixmap::fromImage(image);
+            // A small card is drawn larger, up to three times, so that it reads.
+            QSize size = image.size().scaled(box(), Qt::KeepAspectRatio);
+            if (size.width() > 3 * image.width())
+                size = image.size() * 3;
+            QPixmap pixmap = QPixmap::fromImage(
+                size == image.size() ? image
+                                     : image.scaled(size, Qt::IgnoreAspectRatio,
+                                                    Qt::SmoothTransformation));
             pixmap.setDevicePixelRatio(devicePixelRatioF());
             m_picture->setPixmap(pixmap);
+            m_picture->setFixedSize(pixmap.deviceIndependentSize().toSize().expandedTo(QSize(120, 60)));
             return;
         }
+        m_picture->setFixedSize(PictureBox / 2);
         const QString error = cache.error(m_path, box());
         m_picture->setPixmap({});
         m_picture->setText(error.isEmpty() ? QStringLiteral("...")
@@ -137,13 +153,13 @@ public:
                 showRow(m_view->indexAt(static_cast<QMouseEvent*>(event)->position().toPoint()));
             break;
         case QEvent::Leave:
-            if (object == m_view->viewport()) {
-                if (m_view->hasFocus())
-                    showRow(m_view->currentIndex());
-                else
-                    popup().hideFor(m_view);
-            }
+            // Whatever the pointer goes to next (a drag on its way to the card
+            // list among others) wants the room beside the list.
+            if (object == m_view->viewport())
+                popup().hideFor(m_view);
             break;
+        // A press starts a click or a drag, which wants the room beside the list.
+        case QEvent::MouseButtonPress:
         case QEvent::FocusOut:
         case QEvent::Hide:
             popup().hideFor(m_view);

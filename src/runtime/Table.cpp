@@ -3,6 +3,7 @@
 #include "runtime/Form.h"
 
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QKeyEvent>
 #include <QMetaProperty>
 #include <QStyledItemDelegate>
@@ -102,6 +103,15 @@ private:
 class CellDelegate : public QStyledItemDelegate {
 public:
     CellDelegate(TableView* view) : QStyledItemDelegate(view), m_view(view) {}
+
+    // The owner repaints its cells at the end of each user action, and the
+    // view then hands every open editor its cell's text again: what the user
+    // has begun to type must not be put back to the cell's old text.
+    void setEditorData(QWidget* editor, const QModelIndex& index) const override {
+        if (const auto* line = qobject_cast<QLineEdit*>(editor); line && line->isModified())
+            return;
+        QStyledItemDelegate::setEditorData(editor, index);
+    }
 
     void setModelData(QWidget* editor, QAbstractItemModel*,
                       const QModelIndex& index) const override {

@@ -44,10 +44,13 @@ protected:
         return view->visualRect(view->model()->index(row, col)).center();
     }
     // Keys as the keyboard sends them: the first starts the cell's editor,
-    // which takes the rest.
+    // which takes the rest; between two keys the event loop goes idle, and
+    // the end of each action repaints the sheet under the open editor.
     void typeKeys(const QString& text) {
-        for (QChar ch : text)
+        for (QChar ch : text) {
             QTest::keyClick(focused(view), ch.toLatin1());
+            rt::actionEnded();
+        }
     }
     void clickCell(int row, int col, Qt::KeyboardModifiers mods = {}) {
         QTest::mouseClick(view->viewport(), Qt::LeftButton, mods, cellCentre(row, col));
