@@ -11,6 +11,7 @@
 
 #include <QHeaderView>
 #include <QListWidget>
+#include <QScreen>
 #include <QTableView>
 
 #include <algorithm>
@@ -74,11 +75,40 @@ DeckSheetForm::DeckSheetForm() : rt::Form(formSpec()), m_model(new DeckSheetMode
 }
 
 void DeckSheetForm::Form_Load() {
-    if (MainForm* main = mainForm())
+    MainForm* main = mainForm();
+    if (main)
         if (auto* list = qobject_cast<QListWidget*>(main->commonList->widget()))
             m_model->follow(list->model());
     follow();
     layoutControls();
+    if (QTableView* view = cards->view()) {
+        view->setColumnWidth(DeckSheetModel::PictureCol, m_model->thumbSize().width() + 12);
+        view->setColumnWidth(DeckSheetModel::ImageCol, view->fontMetrics().averageCharWidth() * 18);
+        view->setColumnWidth(DeckSheetModel::CopiesCol, view->fontMetrics().averageCharWidth() * 8);
+        // The first cell to type in, set before the table takes the focus, so
+        // that coming up shows no preview the user did not ask for.
+        if (m_model->rowCount() > 0)
+            view->selectionModel()->setCurrentIndex(
+                m_model->index(0, DeckSheetModel::CopiesCol), QItemSelectionModel::NoUpdate);
+    }
+}
+
+void DeckSheetForm::placeBeside(const QWidget* main) {
+    const QScreen* screen = main->screen();
+    if (!screen)
+        return;
+    const QRect room = screen->availableGeometry();
+    const QRect wizard = main->frameGeometry();
+    const QSize size = frameGeometry().size();
+    QPoint at(wizard.right() + 8, wizard.top());
+    if (at.x() + size.width() > room.right())
+        at.setX(wizard.left() - size.width() - 8);
+    // No room on either side: against the screen's right edge, which leaves
+    // the wizard's image list, where drags start, in view.
+    if (at.x() < room.left())
+        at.setX(std::max(room.left(), room.right() - size.width()));
+    at.setY(std::clamp(at.y(), room.top(), std::max(room.top(), room.bottom() - size.height())));
+    move(at);
 }
 
 void DeckSheetForm::follow() {

@@ -23,6 +23,8 @@ public:
     void Form_Load() override;
     // The deck on the page may have changed: title, buttons and cells anew.
     void follow();
+    // Beside the wizard where the screen has room, so that page 4 stays in view.
+    void placeBeside(const QWidget* main);
 
     // A cell typed over: the copies or a property value of the row, or of
     // every selected row when the row is one of them.

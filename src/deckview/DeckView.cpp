@@ -104,11 +104,14 @@ bool deckOpen() {
 }
 
 void showSheet() {
+    const bool up = rt::loaded<DeckSheetForm>() != nullptr;
     auto* sheet = rt::Load<DeckSheetForm>();
     if (!sheet)
         return;
     sheet->follow();
     sheet->Show();
+    if (MainForm* main = mainForm(); main && !up)
+        sheet->placeBeside(main);
 }
 
 } // namespace deckview
