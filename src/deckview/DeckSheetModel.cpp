@@ -33,7 +33,30 @@ QString DeckSheetModel::columnName(int col) const {
 }
 
 QString DeckSheetModel::imagePath(int row) const {
-    return imageDir() + QLatin1Char('/') + readCardEntry(rowEntry(row)).name;
+    if (m_pathsStale)
+        takePaths();
+    return row >= 0 && row < static_cast<int>(m_paths.size()) ? m_paths[static_cast<size_t>(row)]
+                                                              : QString();
+}
+
+// The rows' image files, read once an action rather than at each picture.
+void DeckSheetModel::takePaths() const {
+    m_pathsStale = false;
+    const QString dir = imageDir() + QLatin1Char('/');
+    m_paths.clear();
+    m_paths.reserve(static_cast<size_t>(m_shownRows));
+    for (int row = 0; row < m_shownRows; ++row)
+        m_paths.push_back(dir + readCardEntry(rowEntry(row)).name);
+}
+
+// Every row's picture is asked for at once, the last row first: the newest
+// request decodes first, so the rows at the top of the sheet come first.
+void DeckSheetModel::prefetch() {
+    if (m_pathsStale)
+        takePaths();
+    auto& cache = images::PreviewCache::instance();
+    for (auto it = m_paths.rbegin(); it != m_paths.rend(); ++it)
+        cache.request(*it, m_thumb);
 }
 
 QVariant DeckSheetModel::data(const QModelIndex& index, int role) const {
@@ -103,6 +126,7 @@ void DeckSheetModel::follow(QAbstractItemModel* rows) {
                 [this](const QModelIndex& a, const QModelIndex& b) {
                     if (m_dirty || a.row() >= m_shownRows)
                         return;
+                    m_pathsStale = true;
                     emit dataChanged(index(a.row(), 0),
                                      index(std::min(b.row(), m_shownRows - 1), columnCount() - 1));
                 });
@@ -124,7 +148,9 @@ void DeckSheetModel::takeRows() {
     beginResetModel();
     m_shownRows = deckview::rowCount();
     m_dirty = false;
+    takePaths();
     endResetModel();
+    prefetch();
 }
 
 void DeckSheetModel::refresh() {
@@ -134,9 +160,13 @@ void DeckSheetModel::refresh() {
         m_columns = columns;
         m_shownRows = deckview::rowCount();
         m_dirty = false;
+        takePaths();
         endResetModel();
+        prefetch();
         return;
     }
+    if (!m_dirty)
+        m_pathsStale = true; // an entry may have changed in place
     takeRows();
     if (m_shownRows > 0)
         emit dataChanged(index(0, 0), index(m_shownRows - 1, columnCount() - 1));
@@ -146,6 +176,7 @@ void DeckSheetModel::setThumbSize(QSize size) {
     if (size == m_thumb)
         return;
     m_thumb = size;
+    prefetch();
     if (m_shownRows > 0)
         emit dataChanged(index(0, PictureCol), index(m_shownRows - 1, PictureCol));
 }

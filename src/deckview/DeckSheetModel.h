@@ -9,6 +9,8 @@
 #include <QSize>
 #include <QStringList>
 
+#include <vector>
+
 class QAbstractItemModel;
 
 namespace deckview {
@@ -46,9 +48,13 @@ private:
     // that moved them is over.
     void rowsMoved();
     void takeRows();
+    void takePaths() const;
+    void prefetch();
     void pictureReady(const QString& path);
 
     QStringList m_columns;
+    mutable std::vector<QString> m_paths; // each row's image file
+    mutable bool m_pathsStale = true;
     QPointer<QAbstractItemModel> m_rows;
     QSize m_thumb{32, 48};
     int m_shownRows = 0;

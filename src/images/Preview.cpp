@@ -1,5 +1,6 @@
 #include "images/Preview.h"
 
+
 #include "images/ImageCheck.h"
 
 #include <QCoreApplication>
@@ -7,6 +8,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
+#include <limits>
 
 #include <sys/stat.h>
 
@@ -100,7 +102,9 @@ QImage PreviewCache::request(const QString& path, QSize box) {
     dropSuperseded(path);
     auto state = std::make_shared<std::atomic<int>>(Queued);
     pending_.insert(key, Pending{path, state});
-    pool_.start([this, key, path, box, state] {
+    sequence_ = sequence_ == std::numeric_limits<int>::max() ? 0 : sequence_ + 1;
+    pool_.start(
+        [this, key, path, box, state] {
         int expected = Queued;
         if (!state->compare_exchange_strong(expected, Running))
             return; // superseded while it waited
@@ -108,7 +112,8 @@ QImage PreviewCache::request(const QString& path, QSize box) {
         const QImage image = decodeScaled(path, box, &why);
         QMetaObject::invokeMethod(
             this, [=, this] { finished(key, path, box, image, why, state); }, Qt::QueuedConnection);
-    });
+        },
+        sequence_);
     return {};
 }
 

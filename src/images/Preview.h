@@ -30,8 +30,8 @@ public:
     static PreviewCache& instance();
     // The picture from the cache when it is there (keyed by path, file size, modification time and
     // box); otherwise a null image, and a decode is queued (once per key); ready() follows.
-    // Requests for the same path with a newer box supersede queued older ones, and only the newest
-    // few requests stay queued (the user moved on). A key whose decode failed is not queued again.
+    // Requests for the same path with a newer box supersede queued older ones, and the newest
+    // request is decoded first (the user moved on). A key whose decode failed is not queued again.
     QImage request(const QString& path, QSize box);
     // The error of the last decode of that key, "" when none or not decoded yet.
     QString error(const QString& path, QSize box) const;
@@ -57,6 +57,7 @@ private:
     void dropSuperseded(const QString& path);
 
     QThreadPool pool_;
+    int sequence_ = 0; // the newest request decodes first: the user looks at it now
     QCache<QString, QImage> images_;
     QHash<QString, QString> errors_;
     QHash<QString, Pending> pending_;
