@@ -47,6 +47,7 @@ struct State {
     QString current; // key of the deck on the page, "" before any load
     QString section;
     QString nextName;
+    QString told; // the status text given last, cleared once it no longer holds
 };
 
 State& g() {
@@ -226,8 +227,9 @@ void loaded(const QString& section) {
     d.typing = false;
     s.current = key;
     s.section = section;
-    if (!status.isEmpty())
+    if (!status.isEmpty() || form->statusLine->Caption() == s.told)
         form->showStatus(status);
+    s.told = status;
 }
 
 void saved(const QString& section, const QString& file) {
