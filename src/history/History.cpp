@@ -107,13 +107,18 @@ void record(Deck& d, const DeckState& now, const QString& name) {
     // Typing a number key by key is one change of the deal.
     const bool joins =
         step.dealOnly && name.isEmpty() && d.typing && !d.undo.empty() && d.undo.back().dealOnly;
+    bool popped = false;
     if (!joins) {
         step.name = name.isEmpty() ? describeStep(d.seen, now, w) : name;
         step.data = pack(d.seen.rows, w.start, w.before, d.seen);
         push(d, std::move(step));
+    } else if (DeckState first; unpack(d.undo.back().data, first) && first.deal == now.deal) {
+        // Typed back to what it was: nothing is left to take back.
+        d.undo.pop_back();
+        popped = true;
     }
     d.redo.clear();
-    d.typing = true;
+    d.typing = !popped;
     d.seen = now;
 }
 
