@@ -2,6 +2,7 @@
 
 #include "game/CardEntry.h"
 #include "decks/DeckButtons.h"
+#include "decks/DeckEvents.h"
 #include "game/GameFile.h"
 #include "wizard/GamePath.h"
 #include "store/ProfileStore.h"
@@ -19,6 +20,8 @@ using conv::CInt;
 using conv::GetField;
 
 void MainForm::LoadDeckData(const QString& section) {
+    if (decks::deckEvents().loading)
+        decks::deckEvents().loading(section);
     const QString file = GameFilePath();
     backImg->Clear();
     backImg->AddItem(ReadProfileValue(section, QStringLiteral("img_back"), file));
@@ -38,6 +41,8 @@ void MainForm::LoadDeckData(const QString& section) {
     }
     UpdateCardCount();
     DealCrds->setText(ReadProfileValue(section, QStringLiteral("deal"), file));
+    if (decks::deckEvents().loaded)
+        decks::deckEvents().loaded(section);
 }
 
 void MainForm::SaveDeckData(bool isCommonDeck, qint16 deckId) {
@@ -67,6 +72,8 @@ void MainForm::SaveDeckData(bool isCommonDeck, qint16 deckId, const QString& fil
             line += QStringLiteral(",,") + cardProp(slot);
         WriteProfileValue(section, QStringLiteral("card") + QString::number(i), line, file);
     }
+    if (decks::deckEvents().saved)
+        decks::deckEvents().saved(section, file);
 }
 
 void MainForm::UpdateCardCount() {

@@ -4,6 +4,8 @@
 #include "deckview/DeckView.h"
 #include "deckview/ImageIntake.h"
 #include "deckview/PageDeck.h"
+#include "game/CardEntry.h"
+#include "history/History.h"
 #include "runtime/Runtime.h"
 #include "runtime/Table.h"
 #include "sheet/PropertyText.h"
@@ -141,6 +143,12 @@ void DeckSheetForm::cards_CellEdit(int row, int col, const QString& text) {
     if (!deckOnPage() || row < 0 || row >= rowCount())
         return;
     const std::vector<int> rows = targetRows(row);
+    const QString what =
+        col == DeckSheetModel::CopiesCol ? QStringLiteral("copies") : m_model->columnName(col);
+    history::nameNextStep(
+        rows.size() == 1
+            ? QStringLiteral("Edit %1 of %2").arg(what, readCardEntry(rowEntry(rows.front())).name)
+            : QStringLiteral("Edit %1 of %2 cards").arg(what).arg(rows.size()));
     if (col == DeckSheetModel::CopiesCol) {
         for (int r : rows) {
             const QString entry = sheet::entryWithCopies(rowEntry(r), text);

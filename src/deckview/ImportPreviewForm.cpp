@@ -1,6 +1,7 @@
 #include "deckview/ImportPreviewForm.h"
 
 #include "deckview/PageDeck.h"
+#include "history/History.h"
 
 #include <QPlainTextEdit>
 
@@ -77,6 +78,7 @@ void ImportPreviewForm::ApplyBtn_Click() {
     if (deckOnPage()) {
         m_deck = pageContent();
         plan();
+        history::nameNextStep(QStringLiteral("Import ") + history::deckName(deckSection()));
         applyPlan(m_plan);
     }
     Unload();

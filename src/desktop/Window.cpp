@@ -8,7 +8,9 @@
 #include "desktop/Zoom.h"
 
 #include "deckview/DeckView.h"
+#include "history/History.h"
 #include "runtime/Controls.h"
+#include "runtime/Runtime.h"
 #include "wizard/MainForm.h"
 
 #include <QApplication>
@@ -47,12 +49,54 @@ QStatusBar* statusBar(MainForm* form) {
     return bar;
 }
 
+// The entries of the latest window; a new game makes a new one.
+QPointer<QAction> g_undo;
+QPointer<QAction> g_redo;
+
+QString menuText(const QString& verb, const QString& step) {
+    QString name = step;
+    name.replace(QLatin1Char('&'), QStringLiteral("&&"));
+    return step.isEmpty() ? verb : verb + QLatin1Char(' ') + name;
+}
+
+// Texts and states follow the deck at every action's end, so that a disabled
+// entry never swallows its key while there is a step to take.
+void refreshEditEntries() {
+    if (g_undo) {
+        g_undo->setText(menuText(QStringLiteral("&Undo"), history::undoName()));
+        g_undo->setEnabled(history::canUndo());
+    }
+    if (g_redo) {
+        g_redo->setText(menuText(QStringLiteral("&Redo"), history::redoName()));
+        g_redo->setEnabled(history::canRedo());
+    }
+}
+
+QMenu* editMenu(QMenuBar* bar) {
+    QMenu* edit = bar->addMenu(QStringLiteral("&Edit"));
+    g_undo = entry(edit, QStringLiteral("&Undo"), {QKeySequence(Qt::CTRL | Qt::Key_Z)}, "undo",
+                   [] { history::undo(); });
+    g_redo =
+        entry(edit, QStringLiteral("&Redo"),
+              {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)},
+              "redo", [] { history::redo(); });
+    QObject::connect(edit, &QMenu::aboutToShow, edit, [] { refreshEditEntries(); });
+    refreshEditEntries();
+    return edit;
+}
+
 } // namespace
 
 void registerDesktopForms() {
     rt::registerFormSpec(&AboutForm::formSpec());
     rt::registerForm(QString::fromLatin1(AboutForm::Name), [] { return new AboutForm; });
     deckview::registerForms();
+    history::install();
+    static bool hooked = false;
+    if (!hooked) {
+        hooked = true;
+        rt::addActionEndHook(refreshEditEntries);
+    }
 }
 
 void dress(MainForm* form) {
@@ -73,6 +117,8 @@ void dress(MainForm* form) {
         if (f)
             f->close();
     });
+
+    QMenu* edit = editMenu(bar);
 
     QMenu* go = bar->addMenu(QStringLiteral("&Go"));
     entry(go, QStringLiteral("&Back"), {QKeySequence(Qt::ALT | Qt::Key_Left)}, "goBack",
@@ -121,7 +167,7 @@ void dress(MainForm* form) {
     entry(help, QStringLiteral("&About Zavik Wizard"), {}, "about", [] { showAbout(); });
 
     // The form holds the entries too, so their keys work wherever its focus is.
-    for (QMenu* menu : {file, go, deck, view, help})
+    for (QMenu* menu : {file, edit, go, deck, view, help})
         form->addActions(menu->actions());
     form->setBars(bar, statusBar(form));
     deckview::attach(form);
