@@ -11,6 +11,7 @@
 #include "sheet/PropertyText.h"
 #include "wizard/MainForm.h"
 
+#include <QAction>
 #include <QHeaderView>
 #include <QListWidget>
 #include <QScreen>
@@ -68,6 +69,18 @@ DeckSheetForm::DeckSheetForm() : rt::Form(formSpec()), m_model(new DeckSheetMode
     cards->RowsDropped = [](rt::Control* from, const std::vector<int>& rows) {
         addCardsFromRows(from, rows);
     };
+    // The wizard's undo reaches the deck from here too: the sheet is where
+    // most of a deck's edits are made.
+    const auto key = [this](const QList<QKeySequence>& keys, bool (*run)()) {
+        auto* action = new QAction(this);
+        action->setShortcuts(keys);
+        action->setShortcutContext(Qt::WindowShortcut);
+        connect(action, &QAction::triggered, this, [run] { run(); });
+        addAction(action);
+    };
+    key({QKeySequence(Qt::CTRL | Qt::Key_Z)}, &history::undo);
+    key({QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)},
+        &history::redo);
     cards->setModel(m_model);
     if (QTableView* view = cards->view()) {
         view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
