@@ -85,7 +85,7 @@ DeckSheetForm::DeckSheetForm() : rt::Form(formSpec()), m_model(new DeckSheetMode
     if (QTableView* view = cards->view()) {
         view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
         view->horizontalHeader()->setStretchLastSection(false);
-        attachPreview(view, [](int row) { return cardImagePath(row); });
+        attachPreview(view, [](int row) { return cardImagePath(row); }, DeckSheetModel::CopiesCol);
     }
 }
 
@@ -97,6 +97,7 @@ void DeckSheetForm::Form_Load() {
     follow();
     layoutControls();
     if (QTableView* view = cards->view()) {
+        m_model->setThumbSize(m_model->thumbSize(), view->devicePixelRatioF());
         view->setColumnWidth(DeckSheetModel::PictureCol, m_model->thumbSize().width() + 12);
         view->setColumnWidth(DeckSheetModel::ImageCol, view->fontMetrics().averageCharWidth() * 18);
         view->setColumnWidth(DeckSheetModel::CopiesCol, view->fontMetrics().averageCharWidth() * 8);

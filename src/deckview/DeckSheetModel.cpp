@@ -13,7 +13,7 @@ namespace deckview {
 DeckSheetModel::DeckSheetModel(QObject* parent) : QAbstractTableModel(parent) {
     connect(&images::PreviewCache::instance(), &images::PreviewCache::ready, this,
             [this](const QString& path, QSize box) {
-                if (box == m_thumb)
+                if (box == decodeBox())
                     pictureReady(path);
             });
 }
@@ -56,7 +56,7 @@ void DeckSheetModel::prefetch() {
         takePaths();
     auto& cache = images::PreviewCache::instance();
     for (auto it = m_paths.rbegin(); it != m_paths.rend(); ++it)
-        cache.request(*it, m_thumb);
+        cache.request(*it, decodeBox());
 }
 
 QVariant DeckSheetModel::data(const QModelIndex& index, int role) const {
@@ -66,12 +66,16 @@ QVariant DeckSheetModel::data(const QModelIndex& index, int role) const {
     const int col = index.column();
     if (col == PictureCol) {
         if (role == Qt::DecorationRole) {
-            const QImage image = images::PreviewCache::instance().request(imagePath(row), m_thumb);
-            if (!image.isNull())
-                return QPixmap::fromImage(image);
+            const QImage image =
+                images::PreviewCache::instance().request(imagePath(row), decodeBox());
+            if (!image.isNull()) {
+                QPixmap pixmap = QPixmap::fromImage(image);
+                pixmap.setDevicePixelRatio(m_scale);
+                return pixmap;
+            }
         }
         if (role == Qt::ToolTipRole) {
-            const QString error = images::PreviewCache::instance().error(imagePath(row), m_thumb);
+            const QString error = images::PreviewCache::instance().error(imagePath(row), decodeBox());
             return error.isEmpty() ? QVariant() : QVariant(error);
         }
         if (role == Qt::SizeHintRole)
@@ -172,10 +176,11 @@ void DeckSheetModel::refresh() {
         emit dataChanged(index(0, 0), index(m_shownRows - 1, columnCount() - 1));
 }
 
-void DeckSheetModel::setThumbSize(QSize size) {
-    if (size == m_thumb)
+void DeckSheetModel::setThumbSize(QSize size, double scale) {
+    if (size == m_thumb && scale == m_scale)
         return;
     m_thumb = size;
+    m_scale = scale > 0 ? scale : 1.0;
     prefetch();
     if (m_shownRows > 0)
         emit dataChanged(index(0, PictureCol), index(m_shownRows - 1, PictureCol));
@@ -186,7 +191,7 @@ int DeckSheetModel::picturesPending() const {
     auto& cache = images::PreviewCache::instance();
     for (int row = 0; row < m_shownRows; ++row) {
         const QString path = imagePath(row);
-        if (cache.request(path, m_thumb).isNull() && cache.error(path, m_thumb).isEmpty())
+        if (cache.request(path, decodeBox()).isNull() && cache.error(path, decodeBox()).isEmpty())
             ++pending;
     }
     return pending;

@@ -36,8 +36,9 @@ public:
     // Everything shown may have changed: the columns are read anew and the
     // cells repainted.
     void refresh();
-    // The size pictures are decoded at, in device pixels.
-    void setThumbSize(QSize size);
+    // The size pictures are shown at, and the screen's pixels to one of
+    // those: pictures are decoded at the screen's own resolution.
+    void setThumbSize(QSize size, double scale);
     QSize thumbSize() const { return m_thumb; }
     // Pictures still being decoded; 0 once every row shows its own.
     int picturesPending() const;
@@ -56,7 +57,9 @@ private:
     mutable std::vector<QString> m_paths; // each row's image file
     mutable bool m_pathsStale = true;
     QPointer<QAbstractItemModel> m_rows;
+    QSize decodeBox() const { return m_thumb * m_scale; }
     QSize m_thumb{32, 48};
+    double m_scale = 1.0;
     int m_shownRows = 0;
     bool m_dirty = false;
 };

@@ -42,7 +42,9 @@ void addCardsFromRows(rt::Control* from, const std::vector<int>& rows);
 // The image file of a row of the deck.
 QString cardImagePath(int row);
 // Shows the image of the row under the pointer, or of the current row while
-// the view has the focus, beside the view.
-void attachPreview(QAbstractItemView* view, std::function<QString(int row)> pathOf);
+// the view has the focus, beside the view; with `columns`, only over the first
+// so many columns, those that show the image.
+void attachPreview(QAbstractItemView* view, std::function<QString(int row)> pathOf,
+                   int columns = -1);
 
 } // namespace deckview

@@ -55,12 +55,12 @@ public:
                          });
     }
 
-    void showFor(QAbstractItemView* view, const QString& path, int rowTop) {
+    void showFor(QAbstractItemView* view, const QString& path, int rowTop, int namesRight) {
         m_view = view;
         m_path = path;
         fill();
         adjustSize();
-        place(view, rowTop);
+        place(view, rowTop, namesRight);
         show();
         raise();
     }
@@ -110,14 +110,25 @@ private:
     }
 
     // Beside the list, never over it: right of it where the screen has room,
-    // else left of it, level with the row.
-    void place(const QAbstractItemView* view, int rowTop) {
+    // else left of it; a list too wide for either (the sheet), beside its
+    // window; failing that, right of the names; level with the row.
+    void place(const QAbstractItemView* view, int rowTop, int namesRight) {
         const QRect list(view->mapToGlobal(QPoint(0, 0)), view->size());
         const QScreen* screen = view->screen();
         const QRect room = screen ? screen->availableGeometry() : QRect(0, 0, 4096, 4096);
-        int x = list.right() + 8;
-        if (x + width() > room.right())
-            x = list.left() - width() - 8;
+        int x = room.left() - 1;
+        for (const QRect& beside : {list, view->window()->frameGeometry()}) {
+            if (beside.right() + 8 + width() <= room.right()) {
+                x = beside.right() + 8;
+                break;
+            }
+            if (beside.left() - 8 - width() >= room.left()) {
+                x = beside.left() - 8 - width();
+                break;
+            }
+        }
+        if (x < room.left())
+            x = std::min(list.left() + namesRight + 8, room.right() - width());
         int y = list.top() + rowTop - height() / 3;
         y = std::clamp(y, room.top(), std::max(room.top(), room.bottom() - height()));
         move(std::max(x, room.left()), y);
@@ -138,8 +149,8 @@ PreviewPopup& popup() {
 
 class PreviewWatch : public QObject {
 public:
-    PreviewWatch(QAbstractItemView* view, std::function<QString(int)> pathOf)
-        : QObject(view), m_view(view), m_pathOf(std::move(pathOf)) {
+    PreviewWatch(QAbstractItemView* view, std::function<QString(int)> pathOf, int columns)
+        : QObject(view), m_view(view), m_pathOf(std::move(pathOf)), m_columns(columns) {
         view->setMouseTracking(true);
         view->viewport()->installEventFilter(this);
         view->installEventFilter(this);
@@ -183,7 +194,7 @@ private:
     }
 
     void showRow(const QModelIndex& index) {
-        if (!index.isValid()) {
+        if (!index.isValid() || (m_columns >= 0 && index.column() >= m_columns)) {
             popup().hideFor(m_view);
             return;
         }
@@ -192,18 +203,22 @@ private:
             popup().hideFor(m_view);
             return;
         }
-        popup().showFor(m_view, path, m_view->visualRect(index).top());
+        const QModelIndex names = index.siblingAtColumn(std::max(0, m_columns - 1));
+        popup().showFor(m_view, path, m_view->visualRect(index).top(),
+                        m_view->visualRect(names).right());
     }
 
     QAbstractItemView* m_view;
     std::function<QString(int)> m_pathOf;
+    int m_columns; // the columns that name the image, -1 for every one
 };
 
 } // namespace
 
-void attachPreview(QAbstractItemView* view, std::function<QString(int row)> pathOf) {
+void attachPreview(QAbstractItemView* view, std::function<QString(int row)> pathOf,
+                   int columns) {
     if (view)
-        new PreviewWatch(view, std::move(pathOf));
+        new PreviewWatch(view, std::move(pathOf), columns);
 }
 
 } // namespace deckview
