@@ -246,7 +246,7 @@ void DealForm::GroupBtn_Click() {
     m_action.clear();
     std::vector<int> rows;
     if (QTableView* view = odds->view(); view && view->selectionModel())
-        for (const QModelIndex& index : view->selectionModel()->selectedRows())
+        for (const QModelIndex& index : view->selectionModel()->selectedIndexes())
             rows.push_back(m_sorted->mapToSource(index).row());
     if (rows.empty())
         m_action = QStringLiteral("Select rows of the odds to count them as one group.");

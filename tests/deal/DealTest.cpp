@@ -17,9 +17,13 @@ sheet::DeckContent deckOf(std::vector<sheet::DeckRow> rows) {
 }
 
 TEST(Deal, PileTakesCopiesAndLeavesOutRowsWithoutCards) {
-    const deal::Pile pile = deal::pileOf(
-        deckOf({{"(x4)knight.bmp", ""}, {"", ""}, {"(x0)a.bmp", ""}, {"(x-3)b.bmp", ""},
-                {"(x99999)c.bmp", ""}, {"(x2.5)d.bmp", ""}, {"(xabc)e.bmp", ""}}));
+    const deal::Pile pile = deal::pileOf(deckOf({{"(x4)knight.bmp", ""},
+                                                 {"", ""},
+                                                 {"(x0)a.bmp", ""},
+                                                 {"(x-3)b.bmp", ""},
+                                                 {"(x99999)c.bmp", ""},
+                                                 {"(x2.5)d.bmp", ""},
+                                                 {"(xabc)e.bmp", ""}}));
     ASSERT_EQ(pile.rows.size(), 3u);
     EXPECT_EQ(pile.rows[1].copies, 32767);
     EXPECT_EQ(pile.rows[2].copies, 2) << "halves go to the even neighbour";
@@ -37,7 +41,7 @@ TEST(Deal, CountsReadOutOfTexts) {
         int hands, size;
         bool noted;
     };
-    const Case cases[] = {{"", 1, 0, false},     {"3", 3, 3, false},   {"2.5", 2, 2, false},
+    const Case cases[] = {{"", 1, 0, false},       {"3", 3, 3, false}, {"2.5", 2, 2, false},
                           {"letters", 1, 0, true}, {"-5", 1, 0, true}, {"10000", 6, 10000, true},
                           {"0", 1, 0, true}};
     for (const Case& c : cases) {

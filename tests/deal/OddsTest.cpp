@@ -69,12 +69,12 @@ TEST(Odds, CountsOutsideWhatCanBeGiveProbabilities) {
         double atLeast, exactly;
     };
     const Case cases[] = {
-        {0, 0, 5, 1, 0, 0},       // an empty pile: no division by zero
-        {0, 0, 0, 0, 1, 1},       // nothing at all holds none of it
-        {10, 20, 3, 3, 1, 1},     // more marked than cards: all of them are
-        {10, 4, 50, 4, 1, 1},     // a hand larger than the pile holds every card
-        {10, 4, -5, 1, 0, 0},     // a hand below zero is no hand
-        {10, 4, 3, 4, 0, 0},      // more than the hand can hold
+        {0, 0, 5, 1, 0, 0},   // an empty pile: no division by zero
+        {0, 0, 0, 0, 1, 1},   // nothing at all holds none of it
+        {10, 20, 3, 3, 1, 1}, // more marked than cards: all of them are
+        {10, 4, 50, 4, 1, 1}, // a hand larger than the pile holds every card
+        {10, 4, -5, 1, 0, 0}, // a hand below zero is no hand
+        {10, 4, 3, 4, 0, 0},  // more than the hand can hold
     };
     for (const Case& c : cases) {
         const deal::Chance got = deal::hypergeometric(c.pile, c.marked, c.hand, c.k);
