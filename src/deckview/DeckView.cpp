@@ -1,10 +1,11 @@
 #include "deckview/DeckView.h"
 
+#include "decks/ShowImgList.h"
+#include "deckview/DealForm.h"
 #include "deckview/DeckSheetForm.h"
 #include "deckview/ImageIntake.h"
 #include "deckview/ImportPreviewForm.h"
 #include "deckview/PageDeck.h"
-#include "decks/ShowImgList.h"
 #include "game/CardEntry.h"
 #include "runtime/Runtime.h"
 #include "wizard/MainForm.h"
@@ -52,6 +53,8 @@ void takeImageDrops(MainForm* form, rt::ListBox* target) {
 void followDeck() {
     if (auto* sheet = rt::loaded<DeckSheetForm>(); sheet && !sheet->isUnloaded())
         sheet->follow();
+    if (auto* table = rt::loaded<DealForm>(); table && !table->isUnloaded())
+        table->follow();
 }
 
 } // namespace
@@ -59,6 +62,8 @@ void followDeck() {
 void registerForms() {
     rt::registerFormSpec(&DeckSheetForm::formSpec());
     rt::registerForm(QString::fromLatin1(DeckSheetForm::Name), [] { return new DeckSheetForm; });
+    rt::registerFormSpec(&DealForm::formSpec());
+    rt::registerForm(QString::fromLatin1(DealForm::Name), [] { return new DealForm; });
     rt::registerFormSpec(&ImportPreviewForm::formSpec());
     rt::registerForm(QString::fromLatin1(ImportPreviewForm::Name),
                      [] { return new ImportPreviewForm; });
@@ -101,6 +106,16 @@ void attach(MainForm* form) {
 
 bool deckOpen() {
     return deckOnPage();
+}
+
+void showDeal() {
+    if (auto* open = rt::loaded<DealForm>(); open && !open->isUnloaded()) {
+        open->Show();
+        open->activateWindow();
+        return;
+    }
+    if (auto* table = rt::Load<DealForm>())
+        table->Show();
 }
 
 void showSheet() {

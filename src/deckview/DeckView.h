@@ -27,6 +27,8 @@ void attach(MainForm* form);
 bool deckOpen();
 // The deck sheet beside the wizard, brought to the front when it is up.
 void showSheet();
+// "Try the deal" beside the wizard, brought to the front when it is up.
+void showDeal();
 // Pictures chosen in the open dialog brought into the game's folder.
 void addImages();
 // The deck on the page from and to a spreadsheet file.

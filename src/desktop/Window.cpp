@@ -131,6 +131,8 @@ void dress(MainForm* form) {
     QMenu* deck = bar->addMenu(QStringLiteral("&Deck"));
     entry(deck, QStringLiteral("Deck &sheet"), {QKeySequence(Qt::CTRL | Qt::Key_D)}, "deckSheet",
           [] { deckview::showSheet(); });
+    entry(deck, QStringLiteral("Try the &deal..."), {QKeySequence(Qt::CTRL | Qt::Key_T)}, "tryDeal",
+          [] { deckview::showDeal(); });
     entry(deck, QStringLiteral("&Add images..."), {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_I)},
           "addImages", [] { deckview::addImages(); });
     deck->addSeparator();
