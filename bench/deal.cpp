@@ -3,6 +3,7 @@
 // against a product formula), and a deal of six hands of ten with their
 // pictures from the cache.
 
+#include "GuiBenchMain.h"
 #include "deal/Deal.h"
 #include "deal/Odds.h"
 #include "images/Preview.h"
@@ -100,11 +101,4 @@ BENCHMARK(Deal6HandsOf10From2000CardsPicturesCached)->Unit(benchmark::kMilliseco
 
 } // namespace
 
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QGuiApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}
+ZAVIK_GUI_BENCHMARK_MAIN()

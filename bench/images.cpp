@@ -1,5 +1,6 @@
 // Previews of card pictures: one large photo shown in the preview popup, and
 // what the preview cache holds after a user has looked at 2,000 images.
+#include "GuiBenchMain.h"
 #include "images/Preview.h"
 
 #include <QDir>
@@ -77,11 +78,4 @@ BENCHMARK(CacheAfter2000Previews)->Unit(benchmark::kMillisecond)->Iterations(1);
 
 } // namespace
 
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QGuiApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}
+ZAVIK_GUI_BENCHMARK_MAIN()

@@ -1,5 +1,7 @@
 #include "images/FolderWrite.h"
 
+#include "store/AtomicFile.h"
+
 #include <QDir>
 #include <QFile>
 #include <QTemporaryFile>
@@ -17,16 +19,6 @@ namespace {
 
 QString errnoText(int error) {
     return QString::fromLocal8Bit(std::strerror(error));
-}
-
-mode_t creationMask() {
-    // umask can only be read by setting it; once is enough.
-    static const mode_t mask = [] {
-        const mode_t m = ::umask(022);
-        ::umask(m);
-        return m;
-    }();
-    return mask;
 }
 
 // Gives the finished temporary file its name unless that name is taken.
@@ -64,7 +56,7 @@ PlaceOutcome placeFile(const QString& dir, const QString& name, const QByteArray
     if (temp.write(bytes) != bytes.size() || !temp.flush())
         return failed(temp.errorString());
     // The temporary file is private (0600); the picture is as public as any new file.
-    if (::fchmod(temp.handle(), 0666 & ~creationMask()) != 0 || ::fsync(temp.handle()) != 0)
+    if (::fchmod(temp.handle(), 0666 & ~store::detail::creationMask()) != 0 || ::fsync(temp.handle()) != 0)
         return failed(errnoText(errno));
     const QByteArray from = QFile::encodeName(temp.fileName());
     const QByteArray to = QFile::encodeName(dir + QLatin1Char('/') + name);

@@ -58,15 +58,6 @@ bool linkTemporary(int fd, const QByteArray& name) {
     return errno != EEXIST && ::linkat(fd, "", AT_FDCWD, name.constData(), AT_EMPTY_PATH) == 0;
 }
 
-mode_t creationMask() {
-    // umask can only be read by setting it; do it once.
-    static const mode_t mask = [] {
-        const mode_t m = ::umask(022);
-        ::umask(m);
-        return m;
-    }();
-    return mask;
-}
 
 bool writeAll(int fd, const char* data, qsizetype size) {
     while (size > 0) {
@@ -205,6 +196,16 @@ std::optional<QString> replaceFile(const QByteArray& path, const QByteArray& byt
     if (reason && retry)
         reason = replaceThrough(Temporary::Named, path, bytes, existing, retry);
     return reason;
+}
+
+mode_t creationMask() {
+    // umask can only be read by setting it; do it once.
+    static const mode_t mask = [] {
+        const mode_t m = ::umask(022);
+        ::umask(m);
+        return m;
+    }();
+    return mask;
 }
 
 } // namespace store::detail

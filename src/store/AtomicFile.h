@@ -36,4 +36,7 @@ void setSyncFunction(SyncFunction sync);
 
 QString errnoText(int error);
 
+// The process's umask, which a new file's permissions answer to.
+mode_t creationMask();
+
 } // namespace store::detail
