@@ -1,93 +1,16 @@
+// Reading a profile document: its bytes split into lines, the index of its
+// sections and keys, and the reads through that index.
+
 #include "store/ProfileDocument.h"
 
+#include "store/ProfileLine.h"
 #include "store/Utf16Codec.h"
-
-#include <cstring>
 
 namespace store::detail {
 
 namespace {
 
 constexpr char kUtf8Mark[] = "\xEF\xBB\xBF";
-
-enum class LineKind { Blank, Header, Key };
-
-// What a line means to a reader: the same rules that the Windows profile
-// functions apply, so that files behave alike on both sides. There are no
-// comments: a line "; x=1" is the key "; x".
-struct LineShape {
-    LineKind kind = LineKind::Blank;
-    const char* nameBegin = nullptr;
-    const char* nameEnd = nullptr;
-    // Where the name ends for a reader: a NUL ends it, as it ends a C string.
-    const char* nameCut = nullptr;
-    const char* equals = nullptr; // null for a key line without "="
-    const char* valueBegin = nullptr;
-    const char* valueEnd = nullptr;
-};
-
-const char* cutAtNul(const char* b, const char* e) {
-    const void* nul = std::memchr(b, '\0', static_cast<std::size_t>(e - b));
-    return nul ? static_cast<const char*>(nul) : e;
-}
-
-LineShape classify(const char* p, qsizetype n) {
-    LineShape shape;
-    const char* s = p;
-    const char* e = p + n;
-    while (s < e && isProfileBlank(*s))
-        ++s;
-    while (e > s && isProfileBlank(e[-1]))
-        --e;
-    if (s == e)
-        return shape;
-    if (*s == '[') {
-        const char* close = e - 1;
-        while (close > s && *close != ']')
-            --close;
-        if (close > s) {
-            const char* nb = s + 1;
-            const char* ne = close;
-            while (nb < ne && isProfileBlank(*nb))
-                ++nb;
-            while (ne > nb && isProfileBlank(ne[-1]))
-                --ne;
-            shape.kind = LineKind::Header;
-            shape.nameBegin = nb;
-            shape.nameEnd = ne;
-            shape.nameCut = cutAtNul(nb, ne);
-            return shape;
-        }
-        // "[" with no "]" after it is no header; such a line reads as a key.
-    }
-    shape.kind = LineKind::Key;
-    shape.nameBegin = s;
-    shape.equals = static_cast<const char*>(std::memchr(s, '=', static_cast<std::size_t>(e - s)));
-    const char* ne = shape.equals ? shape.equals : e;
-    while (ne > s && isProfileBlank(ne[-1]))
-        --ne;
-    shape.nameEnd = ne;
-    shape.nameCut = cutAtNul(s, ne);
-    const char* vb = shape.equals ? shape.equals + 1 : e;
-    while (vb < e && isProfileBlank(*vb))
-        ++vb;
-    shape.valueBegin = vb;
-    shape.valueEnd = e;
-    return shape;
-}
-
-void foldInPlace(QByteArray& name) {
-    for (char& c : name) {
-        if (c >= 'A' && c <= 'Z')
-            c = static_cast<char>(c - 'A' + 'a');
-    }
-}
-
-QByteArray foldName(const char* b, const char* e) {
-    QByteArray out(b, e - b);
-    foldInPlace(out);
-    return out;
-}
 
 // A name of the parsed text as an index key. Most names are already folded,
 // and the text outlives its index (each parse builds the index anew), so such
@@ -98,29 +21,6 @@ QByteArray foldedKey(const char* b, const char* e) {
             return foldName(b, e);
     }
     return QByteArray::fromRawData(b, e - b);
-}
-
-QByteArray foldName(const QByteArray& name) {
-    return foldName(name.constData(), name.constData() + name.size());
-}
-
-// A name as a caller hands it over: cut at a NUL, as the text crosses as a C
-// string, and without blanks around it.
-QByteArray callerName(const QString& name, FileEncoding encoding) {
-    QByteArray out = encodeText(name, encoding);
-    const qsizetype nul = out.indexOf('\0');
-    if (nul >= 0)
-        out.truncate(nul);
-    qsizetype e = out.size();
-    while (e > 0 && isProfileBlank(out[e - 1]))
-        --e;
-    out.truncate(e);
-    qsizetype b = 0;
-    while (b < out.size() && isProfileBlank(out[b]))
-        ++b;
-    if (b > 0)
-        out.remove(0, b);
-    return out;
 }
 
 // The form in which a caller's name is looked up. Reads are hot: a name of
@@ -164,42 +64,13 @@ private:
     QByteArray m_bytes; // may point into m_buffer
 };
 
-const char* lineEndText(LineEnd end) {
-    switch (end) {
-    case LineEnd::Lf:
-        return "\n";
-    case LineEnd::Cr:
-        return "\r";
-    case LineEnd::CrLf:
-        return "\r\n";
-    case LineEnd::None:
-        break;
-    }
-    return "";
-}
-
 // Of two sections or keys of one name, the first one wins.
 void addFirst(QHash<QByteArray, int>& index, QByteArray&& name, int position) {
     if (!index.contains(name))
         index.insert(std::move(name), position);
 }
 
-// Names and values that could read back otherwise than they went in, once
-// they stand in the file: a line break makes lines of its own, "=" in a key
-// moves where the key ends, a key that opens with "[" may look like a header.
-bool mayReshape(const QByteArray& section, const QByteArray& key, const QByteArray& value) {
-    const auto breaks = [](const QByteArray& t) { return t.contains('\r') || t.contains('\n'); };
-    return breaks(section) || breaks(key) || breaks(value) || key.contains('=') ||
-           key.startsWith('[');
-}
-
 } // namespace
-
-void Line::setText(QByteArray text) {
-    own = std::move(text);
-    data = own.constData();
-    size = own.size();
-}
 
 void ProfileDocument::load(const QByteArray& bytes) {
     m_broken = false;
@@ -312,8 +183,8 @@ QString ProfileDocument::read(const QString& section, const QString& key) const 
     // buffer and then drops the buffer's last character whenever the quoted
     // text fitted: when the text inside is exactly 254 long, the quote was
     // cut by the buffer and the drop takes a letter instead.
-    const qsizetype limit = quoted && value.size() == kMaxValueLength ? kMaxValueLength - 1
-                                                                      : kMaxValueLength;
+    const qsizetype limit =
+        quoted && value.size() == kMaxValueLength ? kMaxValueLength - 1 : kMaxValueLength;
     if (value.size() > limit) {
         qsizetype keep = limit;
         if (value.at(keep - 1).isHighSurrogate())
@@ -362,131 +233,6 @@ void ProfileDocument::forEachLine(const std::function<void(const ParsedLine&)>& 
         for (const Line& line : section.lines)
             take(line);
     }
-}
-
-bool ProfileDocument::write(const QString& section, const QString& key, const QString& value) {
-    m_lastSection = kNotLookedUp;
-    const QByteArray sectionName = callerName(section, m_encoding);
-    const QByteArray keyName = callerName(key, m_encoding);
-    // The value crosses as a C string too, and loses its leading blanks.
-    qsizetype stop = value.indexOf(QChar(0));
-    if (stop < 0)
-        stop = value.size();
-    qsizetype lead = 0;
-    while (lead < stop && value[lead].unicode() < 0x80 && isProfileBlank(value[lead].toLatin1()))
-        ++lead;
-    const QByteArray valueBytes = encodeText(value.mid(lead, stop - lead), m_encoding);
-
-    const auto sectionIt = m_sectionIndex.constFind(foldName(sectionName));
-    if (sectionIt == m_sectionIndex.cend()) {
-        appendSection(sectionName, keyName + '=' + valueBytes);
-    } else {
-        Section& target = m_sections[static_cast<std::size_t>(*sectionIt)];
-        const auto keyIt = target.keys.constFind(foldName(keyName));
-        if (keyIt == target.keys.cend()) {
-            insertKeyLine(target, keyName + '=' + valueBytes);
-        } else {
-            Line& line = target.lines[static_cast<std::size_t>(*keyIt)];
-            const LineShape shape = classify(line.data, line.size);
-            QByteArray text;
-            if (shape.equals) {
-                if (QByteArrayView(shape.valueBegin, shape.valueEnd - shape.valueBegin) ==
-                    valueBytes)
-                    return false;
-                // The key keeps its spelling and the spacing around "=".
-                const char* keepTo =
-                    shape.valueBegin < shape.valueEnd ? shape.valueBegin : shape.equals + 1;
-                text = QByteArray(line.data, keepTo - line.data) + valueBytes;
-            } else {
-                text = QByteArray(line.data, shape.nameEnd - line.data) + '=' + valueBytes;
-            }
-            if (QByteArrayView(line.data, line.size) == text)
-                return false;
-            line.setText(std::move(text));
-        }
-    }
-    // Parse such a change the way the next reader of the file will.
-    if (mayReshape(sectionName, keyName, valueBytes)) {
-        m_bytes = text();
-        m_textOffset = 0;
-        parse(m_style);
-    }
-    return true;
-}
-
-void ProfileDocument::insertKeyLine(Section& section, QByteArray keyLine) {
-    int last = static_cast<int>(section.lines.size()) - 1;
-    while (last >= 0 && classify(section.lines[static_cast<std::size_t>(last)].data,
-                                 section.lines[static_cast<std::size_t>(last)].size)
-                                .kind == LineKind::Blank)
-        --last;
-    Line* before = last >= 0 ? &section.lines[static_cast<std::size_t>(last)]
-                             : (section.hasHeader ? &section.header : nullptr);
-    if (before && before->end == LineEnd::None)
-        before->end = m_style;
-
-    const int pos = last + 1;
-    const LineShape shape = classify(keyLine.constData(), keyLine.size());
-    const QByteArray folded = foldName(shape.nameBegin, shape.nameCut);
-    Line line;
-    line.setText(std::move(keyLine));
-    line.end = m_style;
-    section.lines.insert(section.lines.begin() + pos, std::move(line));
-    for (auto it = section.keys.begin(); it != section.keys.end(); ++it) {
-        if (*it >= pos)
-            ++*it;
-    }
-    section.keys.insert(folded, pos);
-}
-
-void ProfileDocument::appendSection(const QByteArray& name, const QByteArray& keyLine) {
-    for (auto it = m_sections.rbegin(); it != m_sections.rend(); ++it) {
-        Line* last =
-            !it->lines.empty() ? &it->lines.back() : (it->hasHeader ? &it->header : nullptr);
-        if (last) {
-            if (last->end == LineEnd::None)
-                last->end = m_style;
-            break;
-        }
-    }
-    Section section;
-    section.hasHeader = true;
-    section.header.setText('[' + name + ']');
-    section.header.end = m_style;
-    m_sectionIndex.insert(foldName(name), static_cast<int>(m_sections.size()));
-    m_sections.push_back(std::move(section));
-    insertKeyLine(m_sections.back(), keyLine);
-}
-
-QByteArray ProfileDocument::text() const {
-    qsizetype total = 0;
-    for (const Section& section : m_sections) {
-        if (section.hasHeader)
-            total += section.header.size + 2;
-        for (const Line& line : section.lines)
-            total += line.size + 2;
-    }
-    QByteArray out;
-    out.reserve(total);
-    const auto put = [&out](const Line& line) {
-        out.append(line.data, line.size);
-        out.append(lineEndText(line.end));
-    };
-    for (const Section& section : m_sections) {
-        if (section.hasHeader)
-            put(section.header);
-        for (const Line& line : section.lines)
-            put(line);
-    }
-    return out;
-}
-
-QByteArray ProfileDocument::serialize() const {
-    const QByteArray body = text();
-    if (m_encoding == FileEncoding::Utf16Le || m_encoding == FileEncoding::Utf16Be)
-        return m_mark +
-               wtf8ToUtf16(body.constData(), body.size(), m_encoding == FileEncoding::Utf16Be);
-    return m_mark + body;
 }
 
 } // namespace store::detail
