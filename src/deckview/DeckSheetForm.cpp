@@ -159,11 +159,13 @@ void DeckSheetForm::cards_CellEdit(int row, int col, const QString& text) {
     const std::vector<int> rows = targetRows(row);
     const QString what =
         col == DeckSheetModel::CopiesCol ? QStringLiteral("copies") : m_model->columnName(col);
-    history::nameNextStep(
+    // Named only once the edit is taken: a refusal changes nothing to undo.
+    const QString step =
         rows.size() == 1
             ? QStringLiteral("Edit %1 of %2").arg(what, readCardEntry(rowEntry(rows.front())).name)
-            : QStringLiteral("Edit %1 of %2 cards").arg(what).arg(rows.size()));
+            : QStringLiteral("Edit %1 of %2 cards").arg(what).arg(rows.size());
     if (col == DeckSheetModel::CopiesCol) {
+        history::nameNextStep(step);
         for (int r : rows) {
             const QString entry = sheet::entryWithCopies(rowEntry(r), text);
             if (entry != rowEntry(r))
@@ -194,6 +196,7 @@ void DeckSheetForm::cards_CellEdit(int row, int col, const QString& text) {
         }
         texts.push_back(edit.props);
     }
+    history::nameNextStep(step);
     for (size_t i = 0; i < rows.size(); ++i)
         setRowProps(rows[i], texts[i]);
     follow();

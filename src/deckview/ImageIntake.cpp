@@ -77,14 +77,16 @@ QStringList bringImages(const QStringList& paths) {
         options.onConflict = askConflict;
         const std::vector<images::Imported> results = images::importImages(outside, dir, options);
         bool tell = false;
+        bool refused = false;
         for (size_t i = 0; i < results.size() && i < order.size(); ++i) {
             const images::Imported& r = results[i];
             names[order[i]] = r.name;
-            tell = tell || r.converted || r.flattened || r.renamed || !r.message.isEmpty();
+            refused = refused || !r.message.isEmpty();
+            tell = tell || refused || r.converted || r.flattened || r.renamed;
         }
         refreshImageList();
         if (tell)
-            rt::MsgBox(images::importReport(results), 64);
+            rt::MsgBox(images::importReport(results), refused ? 48 : 64);
     }
     names.removeAll(QString());
     return names;
