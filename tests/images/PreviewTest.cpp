@@ -4,6 +4,7 @@
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QImageReader>
+#include <QThread>
 #include <QTimer>
 
 using namespace images;
@@ -112,6 +113,9 @@ TEST_F(Preview, NewerBoxSupersedesQueuedOlder) {
     const QString card = save("card.png", picture(300, 300), "png");
     cache.request(save("big1.png", big, "png"), {64, 64});
     cache.request(save("big2.png", big, "png"), {64, 64});
+    // The newest request is taken first, so both threads must have theirs
+    // before the card's requests come.
+    QThread::msleep(50);
     for (int side = 100; side <= 140; side += 10)
         cache.request(card, {side, side});
     cache.waitIdle();
