@@ -1,5 +1,6 @@
 #include "pack/Unpack.h"
 
+#include "pack/EntryCount.h"
 #include "pack/EntryNames.h"
 #include "pack/Staging.h"
 
@@ -16,6 +17,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <memory>
+#include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
@@ -57,13 +59,20 @@ public:
 
     bool run(const QString& zip, Scan& out) {
         std::unique_ptr<archive, int (*)(archive*)> a(archive_read_new(), archive_read_free);
-        // Entry by entry from the start, so memory stays bounded whatever the
-        // archive's central directory claims.
-        archive_read_support_format_zip_streamable(a.get());
+        // The central directory says what each entry is (a link, a device),
+        // which the entries' own headers do not; its size is checked first.
+        const std::optional<qint64> declared = declaredEntries(zip);
+        if (declared && *declared > limits_.maxEntries)
+            return fail(out, QDir::toNativeSeparators(zip),
+                        QStringLiteral("%1 entries, more than %2")
+                            .arg(*declared)
+                            .arg(limits_.maxEntries));
+        archive_read_support_format_zip_seekable(a.get());
         if (archive_read_open_filename(a.get(), QFile::encodeName(zip).constData(), ReadBlock) !=
             ARCHIVE_OK)
             return fail(out, QDir::toNativeSeparators(zip),
-                        QString::fromLocal8Bit(archive_error_string(a.get())));
+                        QStringLiteral("not a ZIP archive, or a damaged one (%1)")
+                            .arg(QString::fromLocal8Bit(archive_error_string(a.get()))));
         buffer_.resize(1 << 18);
         archive_entry* entry = nullptr;
         int count = 0;
