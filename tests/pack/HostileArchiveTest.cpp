@@ -45,11 +45,13 @@ protected:
     }
     // Refused, naming `entry` and `reason`, with nothing changed.
     void expectRefused(const char* entry, const char* reason, const pack::Limits& limits = {}) {
-        const pack::UnpackResult result =
-            pack::unpackArchive(zip, target, [](const pack::Conflicts&) {
+        const pack::UnpackResult result = pack::unpackArchive(
+            zip, target,
+            [](const pack::Conflicts&) {
                 ADD_FAILURE() << "a refused archive reached the conflict question";
                 return pack::Choice::Replace;
-            }, limits);
+            },
+            limits);
         EXPECT_EQ(result.status, pack::UnpackResult::Refused) << result.error;
         EXPECT_TRUE(result.error.contains(QString::fromUtf8(entry))) << result.error;
         EXPECT_TRUE(result.error.contains(QString::fromUtf8(reason))) << result.error;
@@ -71,7 +73,8 @@ TEST_F(HostileArchive, NamesAndKindsAreRefusedWithTheirReason) {
         {{{"G.game", Game}, {"/etc/x", "x"}}, "/etc/x", "absolute path"},
         {{{"G.game", Game}, {"C:\\x", "x"}}, "C:", "drive letter"},
         {{{"G.game", Game}, {"x\\..\\..\\y", "x"}}, "y", "\"..\""},
-        {{{"G.game", Game}, {"d/l", {}, AE_IFLNK, "/tmp"}, {"d/l/x.jpg", "x"}}, "d/l",
+        {{{"G.game", Game}, {"d/l", {}, AE_IFLNK, "/tmp"}, {"d/l/x.jpg", "x"}},
+         "d/l",
          "symbolic link"},
         {{{"G.game", Game}, {"d/a.jpg", "1"}, {"d/A.JPG", "2"}}, "d/A.JPG", "second entry"},
         {{{"G.game", Game}, {"d/" + QByteArray(5000, 'n'), "x"}}, "d/nnn", "5002 bytes"},
@@ -157,7 +160,8 @@ TEST_F(HostileArchive, TargetThatCannotTakeTheGame) {
     // A link where the image folder goes would carry the images out of the target.
     writeZip(zip, {{"G.game", Game}, {"e/a.jpg", "a"}});
     ASSERT_EQ(::symlink(QFile::encodeName(work.path()).constData(),
-                        QFile::encodeName(target + "/e").constData()), 0);
+                        QFile::encodeName(target + "/e").constData()),
+              0);
     before = snapshot(target);
     const pack::UnpackResult linked = pack::unpackArchive(zip, target, {});
     EXPECT_EQ(linked.status, pack::UnpackResult::Refused);

@@ -21,7 +21,7 @@ struct Item {
         : name(std::move(n)), data(std::move(d)), type(t), link(std::move(l)), hardlink(h) {}
     QByteArray name;
     QByteArray data;
-    int type = AE_IFREG;   // AE_IFLNK with `link` as target
+    int type = AE_IFREG; // AE_IFLNK with `link` as target
     QByteArray link;
     bool hardlink = false; // `link` names the entry it links to
 };

@@ -36,9 +36,9 @@ TEST_F(RoundTrip, NamedImagesComeBackByteForByte) {
     const pack::PackResult packed = pack::packGame(game, zip, false);
     ASSERT_TRUE(packed.ok) << packed.error;
     // The game spells QUEEN.JPG; the folder's queen.jpg is what goes in.
-    EXPECT_EQ(packed.packed, QStringList({"Duel.game", "cards/table.bmp", "cards/back.jpg",
-                                          "cards/pile.gif", "cards/knight.bmp",
-                                          "cards/queen.jpg"}));
+    EXPECT_EQ(packed.packed,
+              QStringList({"Duel.game", "cards/table.bmp", "cards/back.jpg", "cards/pile.gif",
+                           "cards/knight.bmp", "cards/queen.jpg"}));
     EXPECT_EQ(packed.missing, QStringList{"gone.bmp"});
 
     const pack::UnpackResult result = pack::unpackArchive(zip, target, {});
@@ -81,7 +81,8 @@ TEST_F(RoundTrip, ConflictsAreAskedAndAnsweredAsChosen) {
     EXPECT_EQ(asked.names, QStringList({"Duel.game", "cards/back.jpg"}));
     EXPECT_EQ(snapshot(target), before);
 
-    const pack::UnpackResult both = pack::unpackArchive(zip, target, answer(pack::Choice::KeepBoth));
+    const pack::UnpackResult both =
+        pack::unpackArchive(zip, target, answer(pack::Choice::KeepBoth));
     ASSERT_EQ(both.status, pack::UnpackResult::Done) << both.error;
     EXPECT_EQ(both.gameFile, target + "/Duel 2.game");
     EXPECT_TRUE(bytesOf(target + "/Duel 2.game").contains("directory=cards 2\r\n"));
