@@ -2,9 +2,9 @@
 // installed program, on the user's own folder. Started with a .game file (as a
 // file manager does), it works in that file's folder and opens that game.
 
-#include "runtime/Runtime.h"
 #include "app/Program.h"
 #include "pack/AppFolder.h"
+#include "runtime/Runtime.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -32,8 +32,8 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(rt::programName());
     const QStringList args = QCoreApplication::arguments();
     const QFileInfo game(args.size() > 1 ? args[1] : QString());
-    const bool opened = game.isFile() && game.suffix().compare(QLatin1String("game"),
-                                                               Qt::CaseInsensitive) == 0;
+    const bool opened =
+        game.isFile() && game.suffix().compare(QLatin1String("game"), Qt::CaseInsensitive) == 0;
     rt::setAppPath(opened ? game.absolutePath()
                           : pack::applicationFolder(QCoreApplication::applicationDirPath()));
     rt::installDefaultHooks();

@@ -63,10 +63,9 @@ public:
         // which the entries' own headers do not; its size is checked first.
         const std::optional<qint64> declared = declaredEntries(zip);
         if (declared && *declared > limits_.maxEntries)
-            return fail(out, QDir::toNativeSeparators(zip),
-                        QStringLiteral("%1 entries, more than %2")
-                            .arg(*declared)
-                            .arg(limits_.maxEntries));
+            return fail(
+                out, QDir::toNativeSeparators(zip),
+                QStringLiteral("%1 entries, more than %2").arg(*declared).arg(limits_.maxEntries));
         archive_read_support_format_zip_seekable(a.get());
         if (archive_read_open_filename(a.get(), QFile::encodeName(zip).constData(), ReadBlock) !=
             ARCHIVE_OK)
