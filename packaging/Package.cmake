@@ -25,11 +25,11 @@ set(CPACK_PACKAGE_NAME zavik-wizard)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_CONTACT "Zavik Wizard developers <zavik@example.invalid>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "card game designer for the Zavik engines")
-set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "card game designer for the Zavik engines
- A wizard that writes the .game file an outside card game engine reads: the
- game, its players, decks, cards with their images and properties. With
- zavik-check, zavik-deck and zavik-pack for the command line.")
-set(CPACK_DEBIAN_PACKAGE_SECTION games)
+set(CPACK_PACKAGE_DESCRIPTION "A wizard that writes the .game file an outside card game engine reads: the
+game, its players, decks, cards with their images and properties. With
+zavik-check, zavik-deck and zavik-pack for the command line.")
+# Not "games": it makes games for an engine and plays none itself.
+set(CPACK_DEBIAN_PACKAGE_SECTION misc)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)

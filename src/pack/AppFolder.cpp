@@ -28,18 +28,20 @@ void copyMissing(const QString& from, const QString& to) {
 } // namespace
 
 QString applicationFolder(const QString& exeDir, const QString& shared) {
-    if (::access(QFile::encodeName(exeDir).constData(), W_OK) == 0)
+    const QString from = shared.isEmpty()
+                             ? QDir::cleanPath(exeDir + QStringLiteral("/../share/zavik-wizard"))
+                             : shared;
+    // An installed program is told by the package's files beside it, not only
+    // by a folder it cannot write: root can write in /usr/bin.
+    const bool installed = QFileInfo(from).isDir();
+    if (!installed && ::access(QFile::encodeName(exeDir).constData(), W_OK) == 0)
         return exeDir;
     QString data = qEnvironmentVariable("XDG_DATA_HOME");
     if (data.isEmpty() || !QDir::isAbsolutePath(data))
         data = QDir::homePath() + QStringLiteral("/.local/share");
     const QString folder = data + QStringLiteral("/zavik-wizard");
-    if (!QFileInfo::exists(folder)) {
-        const QString from =
-            shared.isEmpty() ? QDir::cleanPath(exeDir + QStringLiteral("/../share/zavik-wizard"))
-                             : shared;
+    if (!QFileInfo::exists(folder))
         copyMissing(from, folder);
-    }
     return folder;
 }
 

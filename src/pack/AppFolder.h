@@ -9,8 +9,9 @@
 namespace pack {
 
 // The folder to work in for a program whose executable lies in `exeDir`;
-// `shared` is where the package's files are ("" for the place beside an
-// installed executable). Creates and fills the user's folder when needed.
+// `shared` is where the package's files are ("" for ../share/zavik-wizard
+// from the executable). The user's folder is taken when those files are there
+// or `exeDir` cannot be written; it is made and filled at its first use.
 QString applicationFolder(const QString& exeDir, const QString& shared = {});
 
 } // namespace pack

@@ -45,4 +45,12 @@ z.writestr('H.game','[GAME]\r\n'); z.writestr('../../evil','x')" "$work/evil.zip
   ls -A "$work/into" | cmp -s - "$work/before" || fail "a refused archive left something"
   [ ! -e "$work/evil" ] && [ ! -e "$(dirname "$work")/evil" ] || fail "an entry got out"
 fi
+# Installed (the package's files beside the program): the user's own folder,
+# made at first use with those files, is where an unpack goes by default.
+mkdir -p "$work/usr/bin" "$work/usr/share/zavik-wizard" "$work/home"
+cp "$zp" "$work/usr/bin/zavik-pack"
+echo notes > "$work/usr/share/zavik-wizard/help.dat"
+HOME="$work/home" XDG_DATA_HOME= expect 0 "$work/usr/bin/zavik-pack" unpack "$work/src/G.game.zip"
+[ -f "$work/home/.local/share/zavik-wizard/help.dat" ] || fail "the user's folder was not set up"
+[ -f "$work/home/.local/share/zavik-wizard/G.game" ] || fail "the game is not in the user's folder"
 echo "ok"
