@@ -8,7 +8,7 @@ BUILD    := build-asan
 CMAKE_EXTRA := -DZAVIK_SANITIZE=ON
 endif
 
-.PHONY: run test setup build bench fuzz compat clean
+.PHONY: run test setup build bench fuzz compat clean package
 
 setup:
 	@bash scripts/setup.sh
@@ -52,5 +52,13 @@ compat: setup $(BUILD)/build.ninja
 	cmake --build $(BUILD) -j $(JOBS) --target zavik-scenario
 	sh src/tools/compat/wizard-utf16.sh $(BUILD)/zavik-scenario $(BUILD)/compat/profilecalls.exe $(WINE) $(BUILD)/compat
 
+# The Debian package of the program, then lintian's word on it.
+package: setup
+	@bash scripts/setup.sh dpkg-dev lintian
+	cmake -S . -B build-deb -G Ninja -DCMAKE_BUILD_TYPE=Release -DZAVIK_TESTS=OFF -DCMAKE_INSTALL_PREFIX=/usr
+	cmake --build build-deb -j $(JOBS)
+	cd build-deb && cpack -G DEB
+	lintian --fail-on error build-deb/zavik-wizard_*.deb
+
 clean:
-	rm -rf build build-asan build-bench build-fuzz
+	rm -rf build build-asan build-bench build-fuzz build-deb

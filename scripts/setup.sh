@@ -5,7 +5,7 @@ set -euo pipefail
 pkgs=(cmake ninja-build g++ clang libclang-rt-14-dev qt6-base-dev libgl-dev
       qt6-image-formats-plugins libgtest-dev libgmock-dev libbenchmark-dev
       xvfb xauth fonts-liberation fonts-dejavu-core python3
-      openbox xdotool at-spi2-core python3-pyatspi dbus)
+      openbox xdotool at-spi2-core python3-pyatspi dbus libarchive-dev zip unzip)
 [ $# -gt 0 ] && pkgs=("$@")
 missing=()
 for p in "${pkgs[@]}"; do

@@ -7,6 +7,7 @@
 #include "desktop/Desktop.h"
 #include "guidance/GameCheckForm.h"
 #include "guidance/TreeForm.h"
+#include "runtime/Controls.h"
 #include "runtime/Runtime.h"
 #include "store/ProfileStore.h"
 #include "wizard/Catalogue.h"
@@ -52,6 +53,13 @@ rt::Form* startProgram() {
     desktop::dress(form);
     form->Show();
     return form;
+}
+
+void openGame(const QString& name) {
+    if (MainForm* form = mainForm()) {
+        form->NameTXT->setText(name);
+        form->NameTXT_Click();
+    }
 }
 
 void stopProgram() {

@@ -12,6 +12,8 @@ void registerForms();
 void installStoreHooks();
 // Program start: MainForm loads, its Form_Load runs, and it shows.
 rt::Form* startProgram();
+// Opens the game `name` of the application folder as a pick in the list does.
+void openGame(const QString& name);
 // Unloads every form, writes out what is pending and resets the module state,
 // so that the next start begins afresh.
 void stopProgram();

@@ -1,9 +1,13 @@
-// The wizard: one window on the folder that holds the program.
+// The wizard: one window on the folder that holds the program, or, for an
+// installed program, on the user's own folder. Started with a .game file (as a
+// file manager does), it works in that file's folder and opens that game.
 
-#include "runtime/Runtime.h"
 #include "app/Program.h"
+#include "pack/AppFolder.h"
+#include "runtime/Runtime.h"
 
 #include <QApplication>
+#include <QFileInfo>
 #include <cstdio>
 
 namespace {
@@ -26,11 +30,18 @@ int main(int argc, char** argv) {
     }
     QApplication app(argc, argv);
     QApplication::setApplicationName(rt::programName());
-    rt::setAppPath(QCoreApplication::applicationDirPath());
+    const QStringList args = QCoreApplication::arguments();
+    const QFileInfo game(args.size() > 1 ? args[1] : QString());
+    const bool opened =
+        game.isFile() && game.suffix().compare(QLatin1String("game"), Qt::CaseInsensitive) == 0;
+    rt::setAppPath(opened ? game.absolutePath()
+                          : pack::applicationFolder(QCoreApplication::applicationDirPath()));
     rt::installDefaultHooks();
     rt::installInteractiveSupport();
     wizard::registerForms();
     wizard::installStoreHooks();
     wizard::startProgram();
+    if (opened)
+        wizard::openGame(game.completeBaseName());
     return app.exec();
 }

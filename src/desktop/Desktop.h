@@ -25,5 +25,10 @@ void zoomStep(MainForm* form, int direction);
 // Brings the title's mark up to date with what a Save would write.
 void refreshUnsavedMark(MainForm* form);
 void showAbout();
+// File > Pack game: the saved game of the page as one ZIP file, where the user says.
+void packGame();
+// File > Unpack game: a packed game into the application folder, after a look at
+// what it will create; then the game is opened and checked.
+void unpackGame();
 
 } // namespace desktop

@@ -4,6 +4,7 @@
 
 #include "desktop/AboutForm.h"
 #include "desktop/Desktop.h"
+#include "desktop/UnpackForm.h"
 #include "desktop/UnsavedMark.h"
 #include "desktop/Zoom.h"
 
@@ -90,6 +91,8 @@ QMenu* editMenu(QMenuBar* bar) {
 void registerDesktopForms() {
     rt::registerFormSpec(&AboutForm::formSpec());
     rt::registerForm(QString::fromLatin1(AboutForm::Name), [] { return new AboutForm; });
+    rt::registerFormSpec(&UnpackForm::formSpec());
+    rt::registerForm(QString::fromLatin1(UnpackForm::Name), [] { return new UnpackForm; });
     deckview::registerForms();
     history::install();
     static bool hooked = false;
@@ -112,6 +115,11 @@ void dress(MainForm* form) {
           [f] { press(f, "Command2"); });
     entry(file, QStringLiteral("&Check game"), {QKeySequence(Qt::Key_F7)}, "checkGame",
           [f] { press(f, "CheckGameBtn"); });
+    file->addSeparator();
+    entry(file, QStringLiteral("&Pack game..."), {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P)},
+          "packGame", [] { packGame(); });
+    entry(file, QStringLiteral("&Unpack game..."), {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_U)},
+          "unpackGame", [] { unpackGame(); });
     file->addSeparator();
     entry(file, QStringLiteral("&Quit"), {QKeySequence(Qt::CTRL | Qt::Key_Q)}, "quit", [f] {
         if (f)

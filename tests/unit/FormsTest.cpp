@@ -53,9 +53,9 @@ void expectTidy(const Form& form) {
 }
 
 TEST(Forms, EveryFormBuildsTidyAtNinetySixAndHundredFortyFourDpiWithANameOnEachStop) {
-    EXPECT_EQ(allFormSpecs().size(), 12u) << "the wizard's seven forms, the window of the "
+    EXPECT_EQ(allFormSpecs().size(), 13u) << "the wizard's seven forms, the window of the "
                                              "whole-game check, About, the deck sheet, the "
-                                             "import preview and the deal";
+                                             "import preview, the deal and the unpack preview";
     for (double tpp : {15.0, 10.0}) {
         setTwipsPerPixel(tpp);
         for (const FormSpec* spec : allFormSpecs()) {
