@@ -102,8 +102,8 @@ bool alreadyCompressed(const QString& name, const QByteArray& head) {
                                          "PK\x03\x04",
                                          "\x1F\x8B",
                                          "BZh",
-                                         "\xFD"
-                                         "7zXZ",
+                                         ("\xFD"
+                                          "7zXZ"), // split: \xFD7 would read as one escape
                                          "7z\xBC\xAF"};
     for (const char* magic : magics)
         if (head.startsWith(magic))
