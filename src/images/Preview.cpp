@@ -72,8 +72,13 @@ QImage decodeScaled(const QString& path, QSize box, QString* error) {
                         ? tooLarge
                         : QStringLiteral("damaged or unreadable (%1)").arg(reader.errorString()));
     }
-    if (!size.isValid() && (image.width() > box.width() || image.height() > box.height()))
-        image = image.scaled(box, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    // A header may promise another size than the frames hold, and a reader
+    // may not scale at all: what comes back is made to fit whatever it is.
+    if (image.width() > box.width() || image.height() > box.height())
+        image = image.scaled(image.size().scaled(box, Qt::KeepAspectRatio).expandedTo(QSize(1, 1)),
+                             Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    if (image.isNull())
+        return fail(QStringLiteral("damaged or unreadable"));
     return image;
 }
 
