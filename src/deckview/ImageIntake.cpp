@@ -4,6 +4,7 @@
 #include "deckview/PageDeck.h"
 #include "game/CardEntry.h"
 #include "images/ImageImport.h"
+#include "images/ImageNames.h"
 #include "runtime/Runtime.h"
 #include "wizard/MainForm.h"
 
@@ -14,12 +15,6 @@
 namespace deckview {
 
 namespace {
-
-bool listedKind(const QString& name) {
-    const QString suffix = QFileInfo(name).suffix().toLower();
-    return suffix == QLatin1String("bmp") || suffix == QLatin1String("jpg") ||
-           suffix == QLatin1String("gif");
-}
 
 bool inFolder(const QFileInfo& file, const QString& dir) {
     return QFileInfo(file.absolutePath()).canonicalFilePath() ==
@@ -63,7 +58,7 @@ QStringList bringImages(const QStringList& paths) {
     std::vector<int> order; // where each outside file's name goes among names
     for (const QString& path : paths) {
         const QFileInfo file(path);
-        if (file.isFile() && listedKind(file.fileName()) && inFolder(file, dir) &&
+        if (file.isFile() && images::isGameImageName(file.fileName()) && inFolder(file, dir) &&
             !file.fileName().contains(QLatin1Char(','))) {
             names << file.fileName();
         } else {

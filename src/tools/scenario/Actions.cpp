@@ -21,11 +21,6 @@
 namespace scenario {
 namespace {
 
-QString controlName(const Ref& ref) {
-    return ref.index >= 0 ? QStringLiteral("%1.%2(%3)").arg(ref.form, ref.control).arg(ref.index)
-                          : QStringLiteral("%1.%2").arg(ref.form, ref.control);
-}
-
 rt::Form* loaded(const QString& name) {
     rt::Form* f = rt::loadedForm(name);
     return f && !f->isUnloaded() ? f : nullptr;
@@ -52,9 +47,9 @@ rt::Control* Runner::control(const Statement& s, bool quiet) {
     rt::Form* f = loaded(s.ref.form);
     rt::Control* c = f ? f->control(s.ref.control, s.ref.index) : nullptr;
     if (!c && !quiet)
-        fail(s, f ? QStringLiteral("%1 does not exist").arg(controlName(s.ref))
+        fail(s, f ? QStringLiteral("%1 does not exist").arg(s.ref.controlName())
                   : QStringLiteral("%1 is not loaded, so %2 cannot be used")
-                        .arg(s.ref.form, controlName(s.ref)));
+                        .arg(s.ref.form, s.ref.controlName()));
     return c;
 }
 
@@ -96,7 +91,7 @@ void Runner::act(const Statement& s) {
     if (s.op == Op::Focus) {
         rt::Control* c = control(s);
         if (c && !c->canFocus())
-            fail(s, QStringLiteral("%1 cannot take the focus").arg(controlName(s.ref)));
+            fail(s, QStringLiteral("%1 cannot take the focus").arg(s.ref.controlName()));
         else if (c)
             rt::moveFocus(c);
         return;
@@ -118,7 +113,7 @@ void Runner::act(const Statement& s) {
         for (qsizetype i = 0; i < s.value.bytes.size() && !m_failed; ++i) {
             if (i > 0 && !(c = control(s, true))) {
                 fail(s, QStringLiteral("%1 went away after %2 of the characters")
-                            .arg(controlName(s.ref))
+                            .arg(s.ref.controlName())
                             .arg(i));
                 return;
             }
@@ -141,7 +136,7 @@ void Runner::pick(const Statement& s, bool doubleClick) {
         return;
     }
     if (!dynamic_cast<rt::ListControl*>(c)) {
-        fail(s, QStringLiteral("%1 is no list").arg(controlName(s.ref)));
+        fail(s, QStringLiteral("%1 is no list").arg(s.ref.controlName()));
         return;
     }
     if (!(c = focusFor(s)))
@@ -154,13 +149,13 @@ void Runner::pick(const Statement& s, bool doubleClick) {
                 row = i;
         if (row < 0) {
             fail(s, QStringLiteral("expected an item %1 in %2, found none")
-                        .arg(s.value.show(), controlName(s.ref)));
+                        .arg(s.value.show(), s.ref.controlName()));
             return;
         }
     } else if (row < 0 || row >= list->ListCount()) {
         fail(s, QStringLiteral("expected a row %1 in %2, found %3 rows")
                     .arg(row)
-                    .arg(controlName(s.ref))
+                    .arg(s.ref.controlName())
                     .arg(list->ListCount()));
         return;
     }

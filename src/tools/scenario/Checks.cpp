@@ -15,15 +15,6 @@
 #include <QFileInfo>
 
 namespace scenario {
-namespace {
-
-QString controlName(const Ref& ref) {
-    return ref.index >= 0 ? QStringLiteral("%1.%2(%3)").arg(ref.form, ref.control).arg(ref.index)
-                          : QStringLiteral("%1.%2").arg(ref.form, ref.control);
-}
-
-} // namespace
-
 void Runner::checkFile(const Statement& s) {
     // Whatever the program has pending goes out before its file is looked at.
     store::FlushProfiles();
@@ -129,14 +120,14 @@ bool Runner::read(const Ref& ref, QVariant& out, QString& why) const {
     }
     if (!testsupport::getProperty(*c, ref.prop, ref.propIndex, ref.propIndex2, out)) {
         why = ref.propIndex2 >= 0 ? QStringLiteral("%1 has no %2(%3,%4)")
-                                        .arg(controlName(ref), ref.prop)
+                                        .arg(ref.controlName(), ref.prop)
                                         .arg(ref.propIndex)
                                         .arg(ref.propIndex2)
               : ref.propIndex >= 0
                   ? QStringLiteral("%1 has no %2(%3)")
-                        .arg(controlName(ref), ref.prop)
+                        .arg(ref.controlName(), ref.prop)
                         .arg(ref.propIndex)
-                  : QStringLiteral("%1 has no property %2").arg(controlName(ref), ref.prop);
+                  : QStringLiteral("%1 has no property %2").arg(ref.controlName(), ref.prop);
         return false;
     }
     return true;

@@ -9,15 +9,6 @@
 #include <QDir>
 
 namespace scenario {
-namespace {
-
-QString controlName(const Ref& ref) {
-    return ref.index >= 0 ? QStringLiteral("%1.%2(%3)").arg(ref.form, ref.control).arg(ref.index)
-                          : QStringLiteral("%1.%2").arg(ref.form, ref.control);
-}
-
-} // namespace
-
 void Runner::pickTableRow(const Statement& s) {
     rt::Control* c = focusFor(s);
     auto* table = dynamic_cast<rt::Table*>(c);
@@ -29,9 +20,9 @@ void Runner::pickTableRow(const Statement& s) {
              s.row
                  ? QStringLiteral("expected a row %1 in %2, found %3 rows")
                        .arg(row)
-                       .arg(controlName(s.ref))
+                       .arg(s.ref.controlName())
                        .arg(table->Rows())
-                 : QStringLiteral("%1 is a table: pick it by row number").arg(controlName(s.ref)));
+                 : QStringLiteral("%1 is a table: pick it by row number").arg(s.ref.controlName()));
         return;
     }
     table->userPick(row);
@@ -43,7 +34,7 @@ void Runner::editCell(const Statement& s) {
     auto* table = dynamic_cast<rt::Table*>(control(s));
     if (!table) {
         if (!m_failed)
-            fail(s, QStringLiteral("%1 is no table").arg(controlName(s.ref)));
+            fail(s, QStringLiteral("%1 is no table").arg(s.ref.controlName()));
         return;
     }
     const int row = s.ref.propIndex, col = s.ref.propIndex2;
@@ -51,7 +42,7 @@ void Runner::editCell(const Statement& s) {
         fail(s, QStringLiteral("expected a cell (%1,%2) in %3, found %4 rows and %5 columns")
                     .arg(row)
                     .arg(col)
-                    .arg(controlName(s.ref))
+                    .arg(s.ref.controlName())
                     .arg(table->Rows())
                     .arg(table->Cols()));
         return;
@@ -60,7 +51,7 @@ void Runner::editCell(const Statement& s) {
         fail(s, QStringLiteral("expected cell (%1,%2) of %3 to take typing, found it read-only")
                     .arg(row)
                     .arg(col)
-                    .arg(controlName(s.ref)));
+                    .arg(s.ref.controlName()));
         return;
     }
     if (!(table = dynamic_cast<rt::Table*>(focusFor(s))))
@@ -77,7 +68,7 @@ void Runner::dropFiles(const Statement& s) {
         return;
     if (!c->FilesDropped) {
         fail(s, QStringLiteral("expected %1 to take dropped files, found that it takes none")
-                    .arg(controlName(s.ref)));
+                    .arg(s.ref.controlName()));
         return;
     }
     if (!(c = focusFor(s)))
@@ -104,19 +95,19 @@ void Runner::dragRow(const Statement& s) {
         rows = table->Rows();
     const int row = *s.row;
     if (rows < 0) {
-        fail(s, QStringLiteral("%1 is no list").arg(controlName(s.ref)));
+        fail(s, QStringLiteral("%1 is no list").arg(s.ref.controlName()));
     } else if (row < 0 || row >= rows) {
         fail(s, QStringLiteral("expected a row %1 in %2, found %3 rows")
                     .arg(row)
-                    .arg(controlName(s.ref))
+                    .arg(s.ref.controlName())
                     .arg(rows));
     } else if (!to->RowsDropped) {
         fail(s, QStringLiteral("expected %1 to take dropped rows, found that it takes none")
-                    .arg(controlName(s.target)));
+                    .arg(s.target.controlName()));
     } else if ((to = focusFor(onto))) {
         // Validate on the way may have taken the source list away.
         if (!(from = control(s, true)))
-            fail(s, QStringLiteral("%1 went away before the drop").arg(controlName(s.ref)));
+            fail(s, QStringLiteral("%1 went away before the drop").arg(s.ref.controlName()));
         else
             to->userDropRows(from, {row});
     }

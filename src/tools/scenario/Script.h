@@ -45,6 +45,11 @@ struct Ref {
     int propIndex = -1;
     int propIndex2 = -1; // the column of a table's Cell(ROW,COL)
     QString written;     // as it stands in the file, for messages
+    // "FORM.CONTROL" or "FORM.CONTROL(i)", for messages.
+    QString controlName() const {
+        return index >= 0 ? QStringLiteral("%1.%2(%3)").arg(form, control).arg(index)
+                          : QStringLiteral("%1.%2").arg(form, control);
+    }
 };
 
 enum class Op {
